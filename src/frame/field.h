@@ -1,0 +1,57 @@
+/*
+ * The output field of a format: the call asks for `width` characters and offers `capacity`
+ * cells; a format stores at most the smaller of the two and nothing outside it. Every write of a
+ * format goes through this type, so the bound holds by construction.
+ *
+ *   auto field = OutputField::of(call);
+ *   field.fill(U' '); field.put(field.width() - 1, U'.');
+ */
+#pragma once
+
+#include <algorithm>
+#include <cstdint>
+#include <string_view>
+
+#include "frame/abi.h"
+
+namespace vxlocfmt {
+
+class OutputField {
+public:
+    OutputField(wchar* cells, std::int32_t width, std::int32_t capacity)
+        : cells_(cells),
+          width_(width),
+          stored_(cells ? std::max<std::int32_t>(0, std::min(width, capacity)) : 0) {}
+
+    // The wide output of a format call.
+    static OutputField of(const FmtCall& call) {
+        return {static_cast<wchar*>(call.output), call.width, call.capacity};
+    }
+
+    std::int32_t width() const { return width_; }
+    // Cells that may really be written: min(width, capacity), never negative.
+    std::int32_t stored() const { return stored_; }
+    wchar* data() const { return cells_; }
+
+    void fill(wchar c) const { std::fill_n(cells_, stored_, c); }
+    void put(std::int32_t at, wchar c) const {
+        if (at >= 0 && at < stored_) cells_[at] = c;
+    }
+    // Writes `text` from `at`; what falls outside the stored cells is dropped.
+    void write(std::int32_t at, std::u32string_view text) const {
+        for (std::size_t i = 0; i < text.size(); ++i) put(at + static_cast<std::int32_t>(i), text[i]);
+    }
+
+private:
+    wchar* cells_;
+    std::int32_t width_;
+    std::int32_t stored_;
+};
+
+// A format that cannot show its value: "*" over the whole width, produced length = width.
+inline void star_fill(FmtCall& call) {
+    OutputField::of(call).fill(U'*');
+    call.produced = call.width;
+}
+
+}  // namespace vxlocfmt
