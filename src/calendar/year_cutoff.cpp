@@ -1,0 +1,28 @@
+#include "calendar/year_cutoff.h"
+
+#include "frame/kernel.h"
+
+namespace vxlocfmt::calendar {
+
+namespace {
+constexpr wchar cutoff_option_name[] = U"VX_NAME_YEARCUTOFF";
+constexpr std::int32_t cutoff_option_length = 18;
+static_assert(sizeof(cutoff_option_name) / sizeof(wchar) == cutoff_option_length + 1);
+}  // namespace
+
+std::int64_t year_cutoff() {
+    void* const handle = Exported_VXHandle;
+    if (handle == nullptr) return default_year_cutoff;
+    const auto lookup = kernel::slot<kernel::option_lookup_fn>(handle, kernel::handle_option_lookup);
+    if (lookup == nullptr) return default_year_cutoff;
+    std::int64_t result = default_year_cutoff;
+    const status rc = lookup(handle, cutoff_option_name, cutoff_option_length, &result,
+                             static_cast<std::int32_t>(sizeof result));
+    return rc == st::ok ? result : default_year_cutoff;
+}
+
+std::int64_t place_two_digit_year(std::int64_t yy) {
+    return place_two_digit_year(yy, year_cutoff());
+}
+
+}  // namespace vxlocfmt::calendar
