@@ -137,4 +137,4 @@ inline void* session_pool(const FmtCall& call) {
 }  // namespace vxlocfmt::kernel
 
 // The process-wide kernel handle, set by vxextver and vxextent.
-extern "C" void* Exported_VXHandle;
+extern "C" __attribute__((visibility("default"))) void* Exported_VXHandle;

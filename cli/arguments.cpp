@@ -1,0 +1,84 @@
+#include "arguments.h"
+
+#include <cctype>
+#include <charconv>
+
+namespace vxcli {
+namespace {
+
+bool looks_like_value(const std::string& arg) {
+    return arg.size() > 1 && arg[0] == '-' && (std::isdigit(static_cast<unsigned char>(arg[1])) || arg[1] == '.');
+}
+
+long long parse_integer(const std::string& option, const std::string& text) {
+    long long value = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    if (error != std::errc() || end != text.data() + text.size() || text.empty())
+        throw UsageError("option " + option + ": not an integer: '" + text + "'");
+    return value;
+}
+
+}  // namespace
+
+Arguments parse_arguments(int argc, char** argv) {
+    Arguments args;
+    bool options_done = false;
+    for (int i = 1; i < argc; ++i) {
+        std::string arg = argv[i];
+        if (options_done || arg.empty() || arg[0] != '-' || arg == "-" || looks_like_value(arg)) {
+            (args.command.empty() ? args.command : args.operands.emplace_back()) = arg;
+            continue;
+        }
+        if (arg == "--") {
+            options_done = true;
+            continue;
+        }
+        std::string value;
+        bool has_inline = false;
+        if (auto eq = arg.find('='); arg.rfind("--", 0) == 0 && eq != std::string::npos) {
+            value = arg.substr(eq + 1);
+            arg.resize(eq);
+            has_inline = true;
+        }
+        auto take = [&]() -> std::string {
+            if (has_inline) return value;
+            if (i + 1 >= argc) throw UsageError("option " + arg + " needs a value");
+            return argv[++i];
+        };
+        if (arg == "-l" || arg == "--locale") args.locale = take();
+        else if (arg == "--encoding") args.encoding = take();
+        else if (arg == "--yearcutoff") args.year_cutoff = parse_integer(arg, take());
+        else if (arg == "--tz") args.time_zone = take();
+        else if (arg == "--library") args.library = take();
+        else if (arg == "--check") args.check = true;
+        else if (arg == "--status") args.status = true;
+        else if (arg == "-h" || arg == "--help") args.help = true;
+        else throw UsageError("unknown option " + arg);
+    }
+    return args;
+}
+
+Spec parse_spec(const std::string& text) {
+    Spec spec;
+    std::size_t i = 0;
+    if (i < text.size() && text[i] == '@') spec.name += text[i++];
+    while (i < text.size() && std::isalpha(static_cast<unsigned char>(text[i])))
+        spec.name += static_cast<char>(std::toupper(static_cast<unsigned char>(text[i++])));
+    const std::string rest = text.substr(i);
+    if (spec.name.empty() || spec.name == "@") throw UsageError("bad SPEC '" + text + "': no name");
+    if (rest.empty()) return spec;
+    const auto dot = rest.find('.');
+    if (dot == std::string::npos) throw UsageError("bad SPEC '" + text + "': write NAMEw. or NAMEw.d");
+    auto number = [&](const std::string& digits) {
+        int value = 0;
+        const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value);
+        if (error != std::errc() || end != digits.data() + digits.size())
+            throw UsageError("bad SPEC '" + text + "': '" + digits + "' is not a number");
+        return value;
+    };
+    if (dot > 0) spec.width = number(rest.substr(0, dot));
+    if (dot + 1 < rest.size()) spec.decimals = number(rest.substr(dot + 1));
+    return spec;
+}
+
+}  // namespace vxcli

@@ -1,0 +1,192 @@
+#include "commands.h"
+
+#include <cstdio>
+#include <cstring>
+#include <memory>
+#include <stdexcept>
+#include <string>
+
+#include "library.h"
+#include "locale_data.h"
+#include "output.h"
+#include "session.h"
+#include "text_convert.h"
+#include "transcoder.h"
+#include "values.h"
+
+namespace vxcli {
+namespace {
+
+using vxlocfmt::FuncInfo;
+
+std::u32string widen(const std::string& s) { return std::u32string(s.begin(), s.end()); }
+
+std::string row_name(const FuncInfo& row) {
+    std::u32string_view name(row.name, vxlocfmt::registry_name_length);
+    while (!name.empty() && name.back() == U' ') name.remove_suffix(1);
+    return vxhost::to_utf8(name);
+}
+
+std::unique_ptr<vxhost::Library> load(const Arguments& args) {
+    return std::make_unique<vxhost::Library>(args.library.empty() ? vxhost::default_library_path() : args.library);
+}
+
+std::unique_ptr<vxhost::Session> open_session(const vxhost::Library& library, const Arguments& args) {
+    if (vxhost::canonical_locale(args.locale).empty()) throw UsageError("unknown locale " + args.locale);
+    if (!args.encoding.empty() && vxhost::Transcoder::canonical_name(args.encoding).empty())
+        throw UsageError("unknown encoding " + args.encoding);
+    vxhost::SessionOptions options;
+    options.locale = args.locale;
+    options.encoding = args.encoding;
+    options.check_limits = args.check;
+    return std::make_unique<vxhost::Session>(library, options);
+}
+
+// Says once per run that a row's family is not built yet.
+void note_not_implemented(vxlocfmt::status code, const FuncInfo& row) {
+    static bool said = false;
+    if (code != vxlocfmt::st::not_implemented || said) return;
+    said = true;
+    std::fprintf(stderr, "vxlocfmt: %s: not implemented yet\n", row_name(row).c_str());
+}
+
+void append_status(Output& out, const Arguments& args, vxlocfmt::status code) {
+    if (!args.status) return;
+    char text[16];
+    std::snprintf(text, sizeof text, "\t0x%08x", code);
+    out.append(text);
+}
+
+// Feeds each operand, or each line of stdin when there are none, to `each`.
+template <class Each>
+void for_each_input(const Arguments& args, Each each) {
+    if (args.operands.size() > 1) {
+        for (std::size_t i = 1; i < args.operands.size(); ++i) each(std::string_view(args.operands[i]), i);
+        return;
+    }
+    static char buffer[1 << 16];
+    std::string pending;
+    std::size_t line = 0;
+    std::size_t n;
+    while ((n = std::fread(buffer, 1, sizeof buffer, stdin)) > 0) {
+        std::string_view chunk(buffer, n);
+        std::size_t start = 0;
+        for (std::size_t nl; (nl = chunk.find('\n', start)) != std::string_view::npos; start = nl + 1) {
+            std::string_view piece = chunk.substr(start, nl - start);
+            if (!pending.empty()) {
+                pending.append(piece);
+                each(std::string_view(pending), ++line);
+                pending.clear();
+            } else {
+                each(piece, ++line);
+            }
+        }
+        pending.append(chunk.substr(start));
+    }
+    if (!pending.empty()) each(std::string_view(pending), ++line);
+}
+
+const FuncInfo& find_row(const vxhost::Library& library, const std::string& name, std::uint32_t kind,
+                         const std::string& spec_text) {
+    const FuncInfo* row = library.find(widen(name));
+    if (!row || row->kind != kind)
+        throw UsageError("unknown " + std::string(kind == vxlocfmt::row_kind_format ? "format" : "informat") +
+                         " '" + spec_text + "'");
+    return *row;
+}
+
+int report_journals(const vxhost::Library& library, int exit_code) {
+    for (const vxhost::Journal* journal : {library.journal(), static_cast<vxhost::Journal*>(library.instance()->journal)}) {
+        if (!journal) continue;
+        for (const auto& entry : journal->entries())
+            std::fprintf(stderr, "vxlocfmt: journal: severity %d: %s\n", entry.severity, entry.text.c_str());
+    }
+    return exit_code;
+}
+
+int format_command(const Arguments& args) {
+    if (args.operands.empty()) throw UsageError("format needs a SPEC");
+    const Spec spec = parse_spec(args.operands[0]);
+    auto library = load(args);
+    const FuncInfo& row = find_row(*library, spec.name, vxlocfmt::row_kind_format, args.operands[0]);
+    auto session = open_session(*library, args);
+    const int width = spec.width.value_or(static_cast<int>(row.default_width));
+    const int decimals = spec.decimals.value_or(spec.width ? 0 : static_cast<int>(row.default_decimals));
+    Output out;
+    bool any_failed = false;
+    for_each_input(args, [&](std::string_view text, std::size_t index) {
+        const auto value = parse_value(text);
+        if (!value) {
+            out.flush();
+            throw UsageError((args.operands.size() > 1 ? "" : "line " + std::to_string(index) + ": ") +
+                             "unreadable value '" + std::string(text) + "'");
+        }
+        const vxhost::FormatResult result = session->format(row, width, decimals, *value);
+        if (session->byte_output()) out.append(result.bytes);
+        else out.append_utf8(result.text);
+        append_status(out, args, result.code);
+        out.newline();
+        note_not_implemented(result.code, row);
+        any_failed |= result.code != 0;
+    });
+    out.flush();
+    return report_journals(*library, any_failed ? 1 : 0);
+}
+
+int read_command(const Arguments& args) {
+    if (args.operands.empty()) throw UsageError("read needs a SPEC");
+    Spec spec = parse_spec(args.operands[0]);
+    if (spec.name.front() != '@') spec.name.insert(0, "@");
+    auto library = load(args);
+    const FuncInfo& row = find_row(*library, spec.name, vxlocfmt::row_kind_informat, args.operands[0]);
+    auto session = open_session(*library, args);
+    const int width = spec.width.value_or(static_cast<int>(row.default_width));
+    const int decimals = spec.decimals.value_or(spec.width ? 0 : static_cast<int>(row.default_decimals));
+    Output out;
+    bool any_failed = false;
+    for_each_input(args, [&](std::string_view text, std::size_t) {
+        if (!text.empty() && text.back() == '\r') text.remove_suffix(1);
+        const std::u32string wide = vxhost::from_utf8(text);
+        const vxhost::ReadResult result = session->read(row, width, decimals, wide);
+        append_value_text(out.raw(), result.value);
+        append_status(out, args, result.code);
+        out.newline();
+        note_not_implemented(result.code, row);
+        any_failed |= result.code != 0;
+    });
+    out.flush();
+    return report_journals(*library, any_failed ? 1 : 0);
+}
+
+int list_command(const Arguments& args) {
+    if (args.operands.size() != 1) throw UsageError("list takes one of: formats, informats, locales");
+    const std::string& what = args.operands[0];
+    Output out;
+    if (what == "locales") {
+        for (const auto& name : vxhost::locale_names()) {
+            out.append(name);
+            out.newline();
+        }
+        return 0;
+    }
+    if (what != "formats" && what != "informats") throw UsageError("cannot list '" + what + "'");
+    auto library = load(args);
+    const std::uint32_t kind = what == "formats" ? vxlocfmt::row_kind_format : vxlocfmt::row_kind_informat;
+    for (const FuncInfo* row = library->registry(); row->function; ++row) {
+        if (row->kind != kind) continue;
+        out.append(row_name(*row));
+        out.newline();
+    }
+    return 0;
+}
+
+}  // namespace
+
+int run_command(const Arguments& args) {
+    if (args.command == "format") return format_command(args);
+    if (args.command == "read") return read_command(args);
+    if (args.command == "list") return list_command(args);
+    throw UsageError("unknown command '" + args.command + "'");
+}
+
+}  // namespace vxcli

@@ -1,0 +1,47 @@
+/*
+ * The extension as the host loads it: dlopen by path, hand it the kernel handle (vxextent),
+ * call its entry point, and destroy the instance when done.
+ *
+ *   vxhost::Library library;                       // libvxlocfmt.so beside the executable
+ *   const vxlocfmt::FuncInfo* row = library.find(U"NLDATE");
+ */
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "extension_context.h"
+#include "frame/abi.h"
+#include "journal.h"
+
+namespace vxhost {
+
+// $VXLOCFMT_LIBRARY, else libvxlocfmt.so in the folder of the running executable.
+std::string default_library_path();
+
+class Library {
+public:
+    // Throws std::runtime_error with the loader's message when the library cannot be loaded or
+    // its entry point declines.
+    explicit Library(const std::string& path = default_library_path());
+    ~Library();
+    Library(const Library&) = delete;
+    Library& operator=(const Library&) = delete;
+
+    vxlocfmt::Instance* instance() const { return instance_; }
+    const vxlocfmt::FuncInfo* registry() const { return instance_->registry; }
+    // A row by name ("@NLDATE", "NLDATE"); names are compared as the registry writes them.
+    const vxlocfmt::FuncInfo* find(std::u32string_view name) const;
+    // A symbol of the loaded library, or null.
+    void* symbol(const char* name) const;
+    Journal* journal() const { return journal_; }  // the host's journal given to the entry
+
+private:
+    void* handle_ = nullptr;
+    ExtensionContext context_;
+    Journal* journal_ = nullptr;
+    vxlocfmt::Instance* instance_ = nullptr;
+};
+
+}  // namespace vxhost

@@ -1,0 +1,31 @@
+/*
+ * The kernel's locale data: for every locale the host knows, one raw data block of 189 counted
+ * strings (from byte 18,624, 162 bytes each: a 16-bit byte count, then up to 160 bytes of ASCII
+ * text in which other characters are written "<Uxxxx>"). Blocks are built once per process.
+ *
+ *   std::string id = vxhost::canonical_locale("de-DE");        // "de_DE"; empty if unknown
+ *   const unsigned char* block = vxhost::locale_block(id);
+ */
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vxhost {
+
+inline constexpr std::size_t locale_strings_offset = 18624;
+inline constexpr std::size_t locale_string_stride = 162;
+inline constexpr std::size_t locale_string_bytes = 160;
+inline constexpr std::size_t locale_string_count = 189;
+inline constexpr std::size_t locale_block_size = locale_strings_offset + locale_string_count * locale_string_stride;
+
+// The host's id for a locale name ("de-DE", "de_DE", "sr_Latn_RS"), or empty when unknown.
+std::string canonical_locale(std::string_view name);
+// Every locale id the host knows, sorted.
+const std::vector<std::string>& locale_names();
+// The block of a canonical id; null when unknown. The block lives as long as the process.
+const unsigned char* locale_block(std::string_view canonical_id);
+
+}  // namespace vxhost

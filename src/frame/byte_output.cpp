@@ -1,0 +1,95 @@
+#include "frame/byte_output.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "frame/kernel.h"
+
+namespace vxlocfmt {
+namespace {
+
+// Widths up to this many characters render into the stack; wider ones into a pool block.
+constexpr std::int32_t local_scratch_cells = 256;
+
+bool is_scratch_block(const void* block) {
+    const auto* tag = static_cast<const wchar*>(block);
+    return tag[0] == U'V' && tag[1] == U'X' && tag[2] == U'F' && tag[3] == U'M';
+}
+
+void* scratch_pool(const FmtCall& call) {
+    if (call.scratch_pool_block && is_scratch_block(call.scratch_pool_block)) {
+        if (void* pool = kernel::word(call.scratch_pool_block, scratch_block_word_pool)) return pool;
+    }
+    return kernel::session_pool(call);
+}
+
+// Converts `count` wide characters into `bytes` cells of the field.
+status convert_to(const FmtCall& call, const wchar* text, std::int32_t count, void* dest,
+                  std::int32_t bytes, std::int32_t* produced) {
+    *produced = 0;
+    if (!call.session_transcoder) return st::does_not_fit;
+    return kernel::convert(call.session_transcoder, text, count * static_cast<std::int32_t>(sizeof(wchar)),
+                           dest, bytes, produced);
+}
+
+}  // namespace
+}  // namespace vxlocfmt
+
+using namespace vxlocfmt;
+
+VX_EXPORT status vxfmtnlbyte(FmtCall* call, FmtCall* out, void* extra, int alignment, format_fn format) {
+    if (!out) out = call;
+    // The field in bytes: the width, and never more than the buffer offers.
+    const std::int32_t field = std::max(0, std::min(out->width, out->capacity));
+
+    wchar local[local_scratch_cells];
+    wchar* scratch = local;
+    void* pool = nullptr;
+    const std::int32_t wanted = std::max(call->width, out->width);
+    std::int32_t cells = local_scratch_cells;
+    if (wanted > local_scratch_cells) {
+        // The block holds one wide character per cell of the width, whatever the width counts.
+        pool = scratch_pool(*call);
+        scratch = pool ? static_cast<wchar*>(kernel::pool_alloc(pool, std::uint64_t(wanted) * sizeof(wchar),
+                                                                kernel::alloc_scratch))
+                       : nullptr;
+        if (!scratch) {
+            out->produced = 0;
+            return st::no_memory;
+        }
+        cells = wanted;
+    }
+
+    FmtCall wide = *call;
+    wide.output = scratch;
+    wide.capacity = cells;
+    wide.byte_mode = 0;
+    wide.produced = 0;
+    format(&wide, extra);
+    const std::int32_t produced = std::clamp(wide.produced, 0, cells);
+
+    // The wide format may have built the call's property table on its copy: keep it.
+    call->property_cache = wide.property_cache;
+
+    auto* dest = static_cast<unsigned char*>(out->output);
+    status result = convert_to(*call, scratch, produced, dest, field, &out->produced);
+
+    if (result == st::does_not_fit && (alignment == 'r' || alignment == 'R') && field >= 1) {
+        std::int32_t blanks = 0;
+        const std::int32_t look = std::min(produced, out->width);
+        while (blanks < look && scratch[blanks] == U' ') ++blanks;
+        if (blanks > 0) {
+            std::int32_t written = 0;
+            result = convert_to(*call, scratch + blanks, produced - blanks, dest, field, &written);
+            written = std::clamp(written, 0, field);
+            std::memmove(dest + (field - written), dest, static_cast<std::size_t>(written));
+            std::memset(dest, ' ', static_cast<std::size_t>(field - written));
+            out->produced = field;
+        }
+    } else if (result == st::does_not_fit && (alignment == 'l' || alignment == 'L')) {
+        result = st::ok;  // a left-aligned result is simply cut at the width
+    }
+
+    if (pool) kernel::pool_free(pool, scratch);
+    return result;
+}

@@ -1,0 +1,15 @@
+/*
+ * The byte-output wrapper: runs a wide format into scratch cells, then converts the result with
+ * the session transcoder into the caller's bytes, cut or right-justified to the width in bytes.
+ *
+ *   status s = vxfmtnlbyte(&call, nullptr, extra, 'l', vxfmtnldate);
+ *   // call.output now holds call.produced bytes in the session encoding
+ */
+#pragma once
+
+#include "frame/abi.h"
+
+// out: the record that receives the bytes (its width, output and produced length); null means
+// the call record itself. alignment: 'l' cuts a long result, 'r' right-justifies it.
+VX_EXPORT vxlocfmt::status vxfmtnlbyte(vxlocfmt::FmtCall* call, vxlocfmt::FmtCall* out, void* extra,
+                                       int alignment, vxlocfmt::format_fn format);
