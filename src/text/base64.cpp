@@ -1,4 +1,5 @@
 #include "text/base64.h"
+#include "text/text_exports.h"
 
 #include <array>
 #include <limits>
@@ -178,6 +179,7 @@ status decode_call(void* pool, const wchar* in, std::int32_t count, Unit** out, 
 
 using vxlocfmt::status;
 using vxlocfmt::wchar;
+
 
 VX_EXPORT status base64Encode(void* pool, const std::uint32_t* cells, std::int32_t count, wchar** out,
                               std::int32_t* out_length) {

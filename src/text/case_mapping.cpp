@@ -1,4 +1,5 @@
 #include "text/case_mapping.h"
+#include "text/text_exports.h"
 
 #include <cstdint>
 
@@ -63,6 +64,7 @@ wchar to_upper(wchar c) {
 
 using vxlocfmt::status;
 using vxlocfmt::wchar;
+
 
 VX_EXPORT wchar vxtolower(wchar c) { return vxlocfmt::text::to_lower(c); }
 VX_EXPORT wchar vxtoupper(wchar c) { return vxlocfmt::text::to_upper(c); }

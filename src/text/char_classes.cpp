@@ -1,4 +1,5 @@
 #include "text/char_classes.h"
+#include "text/text_exports.h"
 
 #include "text/kernel_nls.h"
 
@@ -61,7 +62,9 @@ bool is_space(wchar c) {
 
 }  // namespace vxlocfmt::text
 
+using vxlocfmt::status;
 using vxlocfmt::wchar;
+
 using vxlocfmt::text::CharClass;
 using vxlocfmt::text::is_class;
 

@@ -1,4 +1,5 @@
 #include "text/wide_strings.h"
+#include "text/text_exports.h"
 
 #include <algorithm>
 #include <array>
@@ -142,10 +143,11 @@ int compare_padded_ignoring_case(std::u32string_view a, std::u32string_view b) {
 
 }  // namespace vxlocfmt::text
 
-// ---- exported names: null texts and lengths below 1 are empty texts --------------------------
-
 using vxlocfmt::status;
 using vxlocfmt::wchar;
+
+// ---- exported names: null texts and lengths below 1 are empty texts --------------------------
+
 namespace text = vxlocfmt::text;
 
 namespace {
