@@ -1,7 +1,9 @@
 #include "commands.h"
 
 #include <cstdio>
+#include <algorithm>
 #include <cstring>
+#include <iterator>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -86,9 +88,34 @@ void for_each_input(const Arguments& args, Each each) {
     if (!pending.empty()) each(std::string_view(pending), ++line);
 }
 
+// Classic clock formats the CLI offers by name; they have no registry rows.
+const FuncInfo* clock_row(const vxhost::Library& library, const std::string& name) {
+    static const struct {
+        const char* name;
+        const char* symbol;
+        std::uint32_t default_width;
+    } clocks[] = {{"TIME", "vxfmtzfmtime", 8}, {"TIMEAMPM", "vxfmtzfmtimm", 11}, {"TOD", "vxfmtzfmtod", 8}};
+    static FuncInfo rows[std::size(clocks)];
+    for (std::size_t i = 0; i < std::size(clocks); ++i) {
+        if (name != clocks[i].name) continue;
+        FuncInfo& row = rows[i];
+        std::fill(std::begin(row.name), std::end(row.name), U' ');
+        std::copy(name.begin(), name.end(), row.name);
+        row.kind = vxlocfmt::row_kind_format;
+        row.function = reinterpret_cast<vxlocfmt::format_fn>(library.symbol(clocks[i].symbol));
+        row.min_width = 2;
+        row.max_width = 40;
+        row.default_width = clocks[i].default_width;
+        row.max_decimals = 39;
+        return row.function ? &row : nullptr;
+    }
+    return nullptr;
+}
+
 const FuncInfo& find_row(const vxhost::Library& library, const std::string& name, std::uint32_t kind,
                          const std::string& spec_text) {
     const FuncInfo* row = library.find(widen(name));
+    if (!row && kind == vxlocfmt::row_kind_format) row = clock_row(library, name);
     if (!row || row->kind != kind)
         throw UsageError("unknown " + std::string(kind == vxlocfmt::row_kind_format ? "format" : "informat") +
                          " '" + spec_text + "'");
