@@ -9,6 +9,7 @@
 #include "frame/reporting.h"
 #include "journal.h"
 #include "kernel_object.h"
+#include "nls_service.h"
 #include "text_convert.h"
 #include "time_zone.h"
 
@@ -78,6 +79,7 @@ struct Handle : KernelObject<vxlocfmt::kernel::handle_words> {
         using namespace vxlocfmt::kernel;
         words[handle_option_lookup] = fn_word(&slot_option);
         words[handle_clock] = fn_word(&slot_clock);
+        words[handle_word_nls] = nls_service();  // a host with national-language support
         words[handle_word_default_journal] = &journal_holder;
         words[handle_word_conversion] = conversion;
         words[handle_capture] = fn_word(&slot_copy_text);

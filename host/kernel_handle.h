@@ -22,7 +22,8 @@ void* kernel_handle();
 // library then keeps its own default).
 void set_year_cutoff(std::optional<std::int64_t> year);
 std::optional<std::int64_t> year_cutoff();
-// The national-language service hung at word 27, or null for none.
+// The national-language service hung at word 27 (the ICU-backed one by default), or null for
+// none: the library then answers character classes from its own tables.
 void set_nls_service(void* service);
 // The journal the handle offers as its default (word 35); null for none.
 void set_default_journal(Journal* journal);
