@@ -1,9 +1,9 @@
 /*
- * Independent reference computations for the calendar tests, built on the standard library's
- * civil calendar (std::chrono), plus a fake kernel handle whose option lookup the tests steer.
+ * Independent references for the calendar tests, on the standard library's civil calendar, and a
+ * fake kernel handle whose option lookup the tests steer.
  *
  *   std::int64_t day = oracle::day_number(2000, 2, 29);   // 14669
- *   oracle::FakeKernel kernel; kernel.cutoff = 1920;       // Exported_VXHandle now points at it
+ *   oracle::FakeKernel kernel; kernel.cutoff = 1920;       // Exported_VXHandle points at it
  */
 #pragma once
 
@@ -16,41 +16,31 @@
 
 namespace oracle {
 
-// 1960-01-01 counted from 1970-01-01.
-inline constexpr std::int64_t epoch_offset = -3653;
-
-// The calendar with the 4000-year rule, written independently of the library: Gregorian leap
-// years, minus 29 February of every year divisible by 4000.
 inline bool is_leap(std::int64_t y) {
     return std::chrono::year(static_cast<int>(y)).is_leap() && y % 4000 != 0;
 }
 
 inline unsigned month_length(std::int64_t y, unsigned m) {
-    if (m == 2) return is_leap(y) ? 29 : 28;
     using namespace std::chrono;
+    if (m == 2) return is_leap(y) ? 29 : 28;
     return static_cast<unsigned>((year(static_cast<int>(y)) / month(m) / last).day());
 }
 
-// Days from 1960-01-01: the Gregorian count less one day for each 29 February of a year
-// divisible by 4000 that lies before the date. Valid for years 1 to 32767.
+// Days from 1960-01-01: the Gregorian count less one for each 29 February of a year divisible
+// by 4000 before the date. Years 1 to 32767.
 inline std::int64_t day_number(std::int64_t y, unsigned m, unsigned d) {
     using namespace std::chrono;
-    const auto gregorian =
-        sys_days{year(static_cast<int>(y)) / month(m) / day(d)}.time_since_epoch().count();
-    const std::int64_t skipped = (y - 1) / 4000 + (y % 4000 == 0 && m > 2 ? 1 : 0);
-    return gregorian - epoch_offset - skipped;
+    const auto from_1970 = sys_days{year(static_cast<int>(y)) / month(m) / day(d)}.time_since_epoch().count();
+    return from_1970 + 3653 - (y - 1) / 4000 - (y % 4000 == 0 && m > 2 ? 1 : 0);
 }
 
-// Weekday 1 Sunday .. 7 Saturday of a day number: days simply follow one another, so it is the
-// weekday of the Gregorian date the same number of days from 1960-01-01.
+// 1 Sunday .. 7 Saturday: days simply follow one another from 1960-01-01.
 inline int weekday(std::int64_t day_number) {
     using namespace std::chrono;
-    return static_cast<int>(
-               std::chrono::weekday(sys_days{days{day_number + epoch_offset}}).c_encoding()) +
-           1;
+    return static_cast<int>(std::chrono::weekday(sys_days{days{day_number - 3653}}).c_encoding()) + 1;
 }
 
-// Collects the first few mismatches of a long loop, so the loop itself stays cheap.
+// The first few mismatches of a long loop, so the loop itself stays cheap.
 struct Mismatches {
     int count = 0;
     std::string first;
@@ -59,17 +49,16 @@ struct Mismatches {
     }
 };
 
-// Points Exported_VXHandle at a handle table whose option lookup answers `cutoff` with
-// `answer`; restores the previous handle when it goes out of scope.
+// Points Exported_VXHandle at a table whose option lookup writes `cutoff` and answers `answer`;
+// restores the previous handle on destruction.
 struct FakeKernel {
     void* table[vxlocfmt::kernel::handle_words] = {};
     std::int64_t cutoff = 1950;
     vxlocfmt::status answer = 0;
     int lookups = 0;
-    bool name_ok = true;  // every lookup asked for VX_NAME_YEARCUTOFF, length 18, 8 bytes
-    void* saved;
-
-    static FakeKernel* current;
+    bool name_ok = true;
+    void* saved = Exported_VXHandle;
+    static inline FakeKernel* current = nullptr;
 
     static vxlocfmt::status lookup(void* handle, const vxlocfmt::wchar* name, std::int32_t length,
                                    void* result, std::int32_t size) {
@@ -77,23 +66,17 @@ struct FakeKernel {
         ++k.lookups;
         k.name_ok = k.name_ok && handle == k.table && length == 18 && size == 8 &&
                     std::u32string_view(name, 18) == U"VX_NAME_YEARCUTOFF";
-        *static_cast<std::int64_t*>(result) = k.cutoff;  // written even when refusing
+        *static_cast<std::int64_t*>(result) = k.cutoff;
         return k.answer;
     }
-
-    FakeKernel() : saved(Exported_VXHandle) {
-        table[vxlocfmt::kernel::handle_option_lookup] =
-            reinterpret_cast<void*>(&FakeKernel::lookup);
+    FakeKernel() {
+        table[vxlocfmt::kernel::handle_option_lookup] = reinterpret_cast<void*>(&lookup);
         current = this;
         Exported_VXHandle = table;
     }
-    ~FakeKernel() {
-        Exported_VXHandle = saved;
-        current = nullptr;
-    }
+    ~FakeKernel() { Exported_VXHandle = saved; }
     FakeKernel(const FakeKernel&) = delete;
     FakeKernel& operator=(const FakeKernel&) = delete;
 };
-inline FakeKernel* FakeKernel::current = nullptr;
 
 }  // namespace oracle
