@@ -92,4 +92,8 @@ constexpr week_date week_date_of(wchar rule, std::int64_t year, std::int64_t day
     }
 }
 
+// 2021-01-01, a Friday (weekday 6, day of year 0).
+static_assert(week_date_of(U'V', 2021, 0, 6).year == 2020 && week_date_of(U'V', 2021, 0, 6).week == 53);
+static_assert(week_date_of(U'U', 2021, 0, 6).week == 0 && week_date_of(U'W', 2021, 0, 6).day == 5);
+
 }  // namespace vxlocfmt::calendar
