@@ -44,9 +44,9 @@ inline constexpr int range_ok = 0;
 inline constexpr int range_out = 1;      // field filled with "*", produced length = width
 inline constexpr int range_missing = 2;  // field holds the missing-value text
 
-// Value of the call a NaN: writes the missing-value field as if decimals were 0, answers 2.
-// Out of the range of its kind: "*" over the width, answers 1. Otherwise 0 (any other kind is
-// not checked). The value is read through call.input (a const double*).
+// Reads the call's value through call.input (a const double*). A NaN: writes the missing-value
+// field as if decimals were 0 and answers 2. Outside the range of its kind: "*" over the width,
+// answers 1. Otherwise 0; a kind other than 1, 2, 3 is not checked.
 int zdatrng(FmtCall& call, int kind);
 
 // Blanks over the width (produced length = width), then the character of the value's missing

@@ -8,6 +8,8 @@ namespace {
 constexpr wchar cutoff_option_name[] = U"VX_NAME_YEARCUTOFF";
 constexpr std::int32_t cutoff_option_length = 18;
 static_assert(sizeof(cutoff_option_name) / sizeof(wchar) == cutoff_option_length + 1);
+// An answer beyond this is no year; refusing it keeps the 64-bit date arithmetic exact.
+constexpr std::int64_t cutoff_magnitude_limit = 1'000'000'000;
 }  // namespace
 
 std::int64_t year_cutoff() {
@@ -18,7 +20,9 @@ std::int64_t year_cutoff() {
     std::int64_t result = default_year_cutoff;
     const status rc = lookup(handle, cutoff_option_name, cutoff_option_length, &result,
                              static_cast<std::int32_t>(sizeof result));
-    return rc == st::ok ? result : default_year_cutoff;
+    if (rc != st::ok || result > cutoff_magnitude_limit || result < -cutoff_magnitude_limit)
+        return default_year_cutoff;
+    return result;
 }
 
 std::int64_t place_two_digit_year(std::int64_t yy) {

@@ -16,8 +16,8 @@ namespace vxlocfmt::calendar {
 
 inline constexpr std::int64_t default_year_cutoff = 1950;
 
-// The option's current value, or 1950 when there is no kernel handle, no lookup service, or the
-// lookup answers a non-zero status.
+// The option's current value, or 1950 when there is no kernel handle, no lookup service, the
+// lookup answers a non-zero status, or its value lies beyond +-1e9.
 std::int64_t year_cutoff();
 
 // yy in [0, 99] placed in [cutoff, cutoff + 99].

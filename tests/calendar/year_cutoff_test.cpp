@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
+
 #include "calendar/calendar_abi.h"
 #include "calendar/date_conversions.h"
 #include "calendar/year_cutoff.h"
@@ -24,6 +26,9 @@ TEST(YearCutoff, WhatTheKernelAnswers) {
     kernel.cutoff = 1920;
     EXPECT_EQ(cal::year_cutoff(), 1920);
     EXPECT_TRUE(kernel.name_ok);
+    kernel.cutoff = INT64_MAX;  // no year: the default, and no overflow below
+    EXPECT_EQ(cal::year_cutoff(), 1950);
+    kernel.cutoff = 1920;
     kernel.answer = vxlocfmt::st::no_memory;  // a refusal leaves 1950, whatever was written
     EXPECT_EQ(cal::year_cutoff(), 1950);
 }
