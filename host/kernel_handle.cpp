@@ -21,7 +21,6 @@ using vxlocfmt::wchar;
 
 constexpr std::int64_t no_cutoff = INT64_MIN;
 std::atomic<std::int64_t> cutoff{no_cutoff};
-std::atomic<void*> nls{nullptr};
 
 constexpr std::u32string_view option_year_cutoff = U"VX_NAME_YEARCUTOFF";
 

@@ -17,7 +17,9 @@ constexpr std::int32_t initial_cells = 512;
 
 }  // namespace
 
-Session::Session(const Library& library, const SessionOptions& options) : library_(library), options_(options) {
+Session::Session(const Library& library, const SessionOptions& options) : Session(library.instance(), options) {}
+
+Session::Session(vxlocfmt::Instance* instance, const SessionOptions& options) : options_(options) {
     locale_ = LocaleObject::create(options.locale);
     if (!locale_) throw std::invalid_argument("unknown locale " + options.locale);
     transcoder_ = Transcoder::to_session(options.encoding.empty() ? "UTF-8" : options.encoding);
@@ -38,7 +40,7 @@ Session::Session(const Library& library, const SessionOptions& options) : librar
     other_extension_[1] = const_cast<char*>(other_extension_name);
     session_words_[vxlocfmt::session_word_pool] = pool_;
     session_words_[vxlocfmt::session_word_extensions] = other_extension_.data();
-    session_words_[vxlocfmt::session_word_extensions + 1] = library.instance();
+    session_words_[vxlocfmt::session_word_extensions + 1] = instance;
 
     const char32_t tag[] = U"VXFM";
     std::memcpy(scratch_block_.data(), tag, 4 * sizeof(char32_t));

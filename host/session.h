@@ -44,6 +44,8 @@ class Session {
 public:
     // Throws std::invalid_argument("unknown locale NAME") or ("unknown encoding NAME").
     Session(const Library& library, const SessionOptions& options);
+    // A session on an instance the caller made itself (linked in, not loaded).
+    Session(vxlocfmt::Instance* instance, const SessionOptions& options);
     ~Session();
     Session(const Session&) = delete;
     Session& operator=(const Session&) = delete;
@@ -60,7 +62,6 @@ public:
 private:
     void ensure_capacity(std::int32_t width);
 
-    const Library& library_;
     SessionOptions options_;
     Pool* pool_ = nullptr;
     Pool* scratch_pool_ = nullptr;

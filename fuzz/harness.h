@@ -1,0 +1,104 @@
+/*
+ * What every fuzz target shares: a reader that turns the leading input bytes into parameters,
+ * exact-size copies of inputs (so the sanitizer sees any over-read), output buffers inside guard
+ * cells, and the checks that end a run with a message and abort().
+ *
+ *   FuzzInput in(data, size);
+ *   GuardedCells<char32_t> out(in.pick(300));   // capacity chosen by the input
+ */
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+#include <span>
+#include <vector>
+
+namespace vxfuzz {
+
+[[noreturn]] inline void fail(const char* what, long long a = 0, long long b = 0) {
+    std::fprintf(stderr, "fuzz check failed: %s (%lld, %lld)\n", what, a, b);
+    std::abort();
+}
+
+class FuzzInput {
+public:
+    FuzzInput(const std::uint8_t* data, std::size_t size) : data_(data), size_(size) {}
+
+    template <class T>
+    T take() {
+        T value{};
+        const std::size_t n = std::min(sizeof(T), size_ - at_);
+        std::memcpy(&value, data_ + at_, n);
+        at_ += n;
+        return value;
+    }
+    // A number in [0, n).
+    std::uint32_t pick(std::uint32_t n) { return n ? take<std::uint32_t>() % n : 0; }
+    std::int32_t between(std::int32_t low, std::int32_t high) {
+        return low + static_cast<std::int32_t>(pick(static_cast<std::uint32_t>(high - low + 1)));
+    }
+    std::span<const std::uint8_t> rest() const { return {data_ + at_, size_ - at_}; }
+    std::size_t left() const { return size_ - at_; }
+
+private:
+    const std::uint8_t* data_;
+    std::size_t size_;
+    std::size_t at_ = 0;
+};
+
+// A heap copy of exactly n elements: reading element n is an overflow the sanitizer reports.
+template <class T>
+std::unique_ptr<T[]> exact_copy(const T* source, std::size_t n) {
+    std::unique_ptr<T[]> copy(new T[n ? n : 1]);
+    if (n) std::memcpy(copy.get(), source, n * sizeof(T));
+    return copy;
+}
+
+// `capacity` cells handed to the code under test, with guard cells on both sides.
+template <class T>
+class GuardedCells {
+public:
+    static constexpr std::size_t guard = 16;
+    static constexpr T pattern = static_cast<T>(0x5A);
+
+    explicit GuardedCells(std::size_t capacity) : cells_(capacity + 2 * guard, pattern), capacity_(capacity) {}
+    T* data() { return cells_.data() + guard; }
+    std::size_t capacity() const { return capacity_; }
+
+    // Nothing changed outside the first `allowed` cells of the handed-out area.
+    void expect_untouched_beyond(std::size_t allowed, const char* who) const {
+        for (std::size_t i = 0; i < cells_.size(); ++i) {
+            const bool inside = i >= guard && i < guard + allowed;
+            if (!inside && cells_[i] != pattern)
+                fail(who, static_cast<long long>(i) - static_cast<long long>(guard), static_cast<long long>(allowed));
+        }
+    }
+
+private:
+    std::vector<T> cells_;
+    std::size_t capacity_;
+};
+
+// One call must stay within a time budget once its locale is open. Sanitizers and a busy
+// machine slow calls down, so the budget is scaled by VXFUZZ_SLOWDOWN (default 50).
+class CallTimer {
+public:
+    CallTimer() : start_(std::chrono::steady_clock::now()) {}
+    void expect_within_millisecond(const char* who) const {
+        static const double slowdown = [] {
+            const char* s = std::getenv("VXFUZZ_SLOWDOWN");
+            return s ? std::atof(s) : 50.0;
+        }();
+        const double ms = std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start_).count();
+        if (ms > slowdown) fail(who, static_cast<long long>(ms * 1000), static_cast<long long>(slowdown * 1000));
+    }
+
+private:
+    std::chrono::steady_clock::time_point start_;
+};
+
+}  // namespace vxfuzz
