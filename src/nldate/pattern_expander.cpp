@@ -1,0 +1,554 @@
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <string_view>
+
+#include "calendar/clock_parts.h"
+#include "calendar/date_conversions.h"
+#include "calendar/day_number.h"
+#include "calendar/digits.h"
+#include "calendar/missing_value.h"
+#include "calendar/week_numbering.h"
+#include "frame/field.h"
+#include "frame/kernel.h"
+#include "locale/property_numbers.h"
+#include "nldate/expander.h"
+
+namespace vxlocfmt::nldate {
+
+namespace {
+
+namespace prop = locale::prop;
+
+// Text of property n, never longer than the record's room.
+std::u32string_view property_text(const PropertyCache& properties, std::size_t n) {
+    const Property& p = properties.properties[n];
+    return {p.value, static_cast<std::size_t>(std::min<std::uint64_t>(p.length, property_value_cells))};
+}
+
+// Appends into fixed cells: stores what fits and counts everything, so that a measuring call
+// answers the whole length however long the text grows.
+class Text {
+public:
+    Text(wchar* cells, std::int32_t capacity) : cells_(cells), capacity_(capacity) {}
+
+    void put(wchar c) {
+        if (count_ < capacity_) cells_[count_] = c;
+        ++count_;
+    }
+    void append(std::u32string_view s) {
+        for (wchar c : s) put(c);
+    }
+    // n copies of c.
+    void repeat(wchar c, std::int64_t n) {
+        for (; n > 0 && count_ < capacity_; --n) cells_[count_++] = c;
+        count_ += std::max<std::int64_t>(n, 0);
+    }
+    bool full() const { return count_ >= capacity_; }
+    std::int64_t count() const { return count_; }
+    std::u32string_view stored() const {
+        return {cells_, static_cast<std::size_t>(std::min<std::int64_t>(count_, capacity_))};
+    }
+
+private:
+    wchar* cells_;
+    std::int64_t capacity_;
+    std::int64_t count_ = 0;
+};
+
+// A part of the value as a whole number; absent when missing (any NaN) or too large to be a
+// clock or calendar part.
+struct Part {
+    bool present;
+    std::int64_t value;
+};
+constexpr double part_limit = 1e15;
+Part part_of(double x) {
+    if (!(std::fabs(x) < part_limit)) return {false, 0};
+    return {true, static_cast<std::int64_t>(std::trunc(x))};
+}
+
+// Everything a directive may read, derived once before the directives.
+struct Value {
+    double day_number;
+    bool has_date = false;
+    std::int64_t year = 0;
+    std::int32_t month = 0;        // [1, 12] with a date
+    std::int32_t day = 0;          // [1, 31]
+    std::int32_t day_of_year = 0;  // [1, 366]
+    // 0 Sunday .. 6 Saturday; -1 without a date. The nine earliest days of the range carry the
+    // calendar's truncated weekdays (-1, 0, 1, -5, ...), so the index leaves [0, 6] there.
+    std::int32_t weekday_index = -1;
+    Part hour, minute, whole_seconds;
+    double hour_raw, minute_raw, seconds;
+    std::uint32_t decimals;
+    void* zone;
+    const PropertyCache* properties;
+    bool calendar_years = false;  // a "+" was met: "%y" and "%Y" show the locale's calendar year
+    bool zone_used = false;       // "%z" or "%Z" was met: a cut keeps the zone offset
+};
+
+Value derive(const PropertyCache& properties, void* zone, std::uint32_t decimals, double day_number,
+             double hour, double minute, double seconds) {
+    Value v;
+    v.day_number = day_number;
+    v.properties = &properties;
+    v.zone = zone;
+    v.decimals = decimals;
+    v.hour_raw = hour;
+    v.minute_raw = minute;
+    v.seconds = seconds;
+    v.hour = part_of(hour);
+    v.minute = part_of(minute);
+    v.whole_seconds = part_of(seconds);
+    double y = 0, m = 0, d = 0;
+    if (calendar::zfmcymd(&y, &m, &d, day_number) == 1) {
+        v.has_date = true;
+        v.year = static_cast<std::int64_t>(y);
+        v.month = static_cast<std::int32_t>(m);
+        v.day = static_cast<std::int32_t>(d);
+        v.day_of_year = static_cast<std::int32_t>(calendar::julian_from_day(day_number) - 1000 * y);
+        v.weekday_index = static_cast<std::int32_t>(calendar::zwekday(day_number)) - 1;
+    }
+    return v;
+}
+
+constexpr std::u32string_view missing_part = U"**";
+
+// Numbers: `width` low digits padded with `fill`, or with fill 0 the number's own digits.
+void put_number(Text& out, std::int64_t n, std::int32_t width, wchar fill) {
+    wchar digits[calendar::max_int32_digits];
+    const auto small = static_cast<std::int32_t>(n % 1000000000);  // every caller's n fits
+    const std::int32_t count = calendar::i2s(small, digits, width, fill);
+    out.append({digits, static_cast<std::size_t>(count)});
+}
+
+// All digits of a whole number, sign included: hours above 99 and the days of a duration.
+void put_all_digits(Text& out, std::int64_t n) {
+    constexpr std::size_t int64_cells = 20;  // 19 digits and a sign
+    wchar cells[int64_cells];
+    std::size_t at = int64_cells;
+    std::uint64_t rest = n < 0 ? 0 - static_cast<std::uint64_t>(n) : static_cast<std::uint64_t>(n);
+    do {
+        cells[--at] = static_cast<wchar>(U'0' + rest % 10);
+        rest /= 10;
+    } while (rest != 0);
+    if (n < 0) cells[--at] = U'-';
+    out.append({cells + at, int64_cells - at});
+}
+
+// An hour-like number: 2 digits (or own digits under "#"), all digits above 99.
+void put_hour(Text& out, Part h, wchar pad) {
+    if (!h.present) return out.append(missing_part);
+    if (h.value > 99) return put_all_digits(out, h.value);
+    put_number(out, h.value, 2, pad);
+}
+
+void put_two(Text& out, Part p, wchar pad) {
+    if (!p.present) return out.append(missing_part);
+    put_number(out, p.value, 2, pad);
+}
+
+// A name of a set of `count` names, blank-padded to the set's longest when `padded`.
+void put_name(Text& out, const Value& v, std::size_t first, std::int32_t index, std::int32_t count,
+              bool padded) {
+    if (index < 0 || index >= count) return out.append(missing_part);
+    const std::u32string_view name = property_text(*v.properties, first + static_cast<std::size_t>(index));
+    out.append(name);
+    if (!padded) return;
+    std::size_t longest = 0;
+    for (std::int32_t i = 0; i < count; ++i)
+        longest = std::max(longest, property_text(*v.properties, first + static_cast<std::size_t>(i)).size());
+    out.repeat(U' ', static_cast<std::int64_t>(longest - name.size()));
+}
+
+constexpr std::int32_t weekdays = 7;
+constexpr std::int32_t months = 12;
+constexpr std::int32_t quarters = 4;
+
+// Sign, hours and minutes of the zone's offset at the value's moment: 5 characters.
+constexpr std::size_t zone_text_cells = 5;
+void zone_text(const Value& v, wchar (&text)[zone_text_cells]) {
+    // A part the value does not have counts as 0 (a date asks at its midnight, a time on day 0).
+    const auto or_zero = [](double x) { return calendar::is_nan(x) ? 0.0 : x; };
+    const double datetime = or_zero(v.day_number) * 86400 +
+                            (or_zero(v.hour_raw) * 60 + or_zero(v.minute_raw)) * 60 + or_zero(v.seconds);
+    double offset = 0;
+    if (v.zone) offset = kernel::slot<zone_offset_fn>(v.zone, zone_offset_slot)(v.zone, datetime);
+    if (!std::isfinite(offset) || std::fabs(offset) >= 100 * 3600) offset = 0;
+    const double magnitude = std::fabs(offset);
+    const auto hours = static_cast<std::int32_t>(magnitude / 3600);                   // [0, 99]
+    const auto minutes = static_cast<std::int32_t>(std::fmod(magnitude, 3600) / 60);  // [0, 59]
+    text[0] = offset < 0 ? U'-' : U'+';
+    calendar::i2s(hours, text + 1, 2, U'0');
+    calendar::i2s(minutes, text + 3, 2, U'0');
+}
+
+// "%S" with decimals: the decimal point, then the digits one by one from the fraction. Only the
+// last digit looks ahead, and it is never carried: 5.97 with one decimal stays "9". Deliberate.
+void put_fraction(Text& out, const Value& v) {
+    const std::u32string_view point = property_text(*v.properties, prop::decimal_point);
+    out.append(point.empty() ? U"." : point);
+    const std::int64_t digits = v.decimals;
+    if (!v.whole_seconds.present) return out.repeat(U'*', digits);
+    double rest = std::fabs(v.seconds - std::trunc(v.seconds));  // [0, 1)
+    for (std::int64_t k = 0; k < digits; ++k) {
+        if (out.full()) return out.repeat(U'0', digits - k);  // counted, never stored
+        rest *= 10;
+        auto digit = static_cast<std::int32_t>(rest);  // [0, 9]
+        rest -= digit;
+        if (k + 1 == digits && static_cast<std::int32_t>(rest * 10) >= 5 && digit < 9) ++digit;
+        out.put(static_cast<wchar>(U'0' + digit));
+    }
+}
+
+// "%p": the morning marker below hour 12 (modulo 24), else the afternoon one. A missing hour
+// writes "**" and then the morning marker, as a negative hour would: deliberate.
+void put_marker(Text& out, const Value& v) {
+    bool morning = true;
+    if (v.hour.present) morning = v.hour.value % 24 < 12;
+    else out.append(missing_part);
+    const std::u32string_view marker = property_text(*v.properties, morning ? prop::am : prop::pm);
+    out.append(!marker.empty() ? marker : morning ? U"AM" : U"PM");
+}
+
+// The week of the year by a rule letter, 2 digits.
+void put_week(Text& out, const Value& v, wchar rule, wchar pad) {
+    if (!v.has_date) return out.append(missing_part);
+    double year = 0, week = 0, day = 0;
+    calendar::get_yywwdd(rule, 0, &year, &week, &day, v.day_number);
+    put_number(out, static_cast<std::int64_t>(week), 2, pad);
+}
+
+// Year of the ISO week: 2 digits, or 4 as two zero-padded groups.
+void put_iso_year(Text& out, const Value& v, bool four, wchar pad) {
+    if (!v.has_date) return out.append(missing_part);
+    double year = 0, week = 0, day = 0;
+    calendar::get_yywwdd(U'V', 0, &year, &week, &day, v.day_number);
+    const auto y = static_cast<std::int64_t>(year);
+    if (!four) return put_number(out, y % 100, 2, pad);
+    put_number(out, y / 100, 2, U'0');
+    put_number(out, y % 100, 2, U'0');
+}
+
+void put_year(Text& out, const Value& v, bool four, wchar pad) {
+    if (!v.has_date) return out.append(missing_part);
+    std::int64_t y = v.year;
+    if (v.calendar_years)
+        y = calendar_year(property_text(*v.properties, prop::calendar_code), y,
+                          static_cast<std::int64_t>(std::floor(v.day_number)));
+    if (!four) return put_number(out, y % 100, 2, pad);
+    // Two zero-padded groups: a year past 9999 keeps its last four digits. "#" writes all of
+    // them instead, the way it writes every other number.
+    if (pad == 0) return put_all_digits(out, y);
+    put_number(out, y / 100, 2, U'0');
+    put_number(out, y % 100, 2, U'0');
+}
+
+// One directive, its letter folded to upper case ("%m" already turned into "N"). False: the
+// directive is not supported.
+bool put_directive(Text& out, Value& v, wchar letter, bool lower, bool long_form) {
+    const wchar pad = long_form ? 0 : U'0';
+    const wchar blank_pad = long_form ? 0 : U' ';
+    const Part day{v.has_date, v.day};
+    const Part month{v.has_date, v.month};
+    switch (letter) {
+    case U'A':
+    case U'F': {
+        const std::size_t set = lower ? (long_form ? prop::weekday_abbrev_standalone : prop::weekday_abbrev)
+                                      : (long_form ? prop::weekday_wide_standalone : prop::weekday_wide);
+        put_name(out, v, set, v.weekday_index, weekdays, letter == U'F');
+        return true;
+    }
+    case U'B':
+    case U'C': {
+        const bool abbreviated = letter == U'B' && lower;
+        const std::size_t set = abbreviated ? (long_form ? prop::month_abbrev_standalone : prop::month_abbrev)
+                                            : (long_form ? prop::month_wide_standalone : prop::month_wide);
+        put_name(out, v, set, v.has_date ? v.month - 1 : -1, months, letter == U'C');
+        return true;
+    }
+    case U'Q': {
+        const std::size_t set = lower ? (long_form ? prop::quarter_abbrev_standalone : prop::quarter_abbrev)
+                                      : (long_form ? prop::quarter_wide_standalone : prop::quarter_wide);
+        put_name(out, v, set, v.has_date ? (v.month - 1) / 3 : -1, quarters, false);
+        return true;
+    }
+    case U'D':
+        put_two(out, day, pad);
+        return true;
+    case U'E':
+        if (!day.present) out.append(missing_part);
+        else put_number(out, day.value, lower ? 2 : 0, lower ? blank_pad : 0);
+        return true;
+    case U'N':
+        if (!lower) {
+            put_two(out, month, pad);
+        } else if (!v.hour.present) {
+            out.append(missing_part);
+        } else {
+            put_all_digits(out, v.hour.value / 24);  // whole days of a duration
+        }
+        return true;
+    case U'O':
+        if (!month.present) out.append(missing_part);
+        else put_number(out, month.value, lower ? 2 : 0, lower ? blank_pad : 0);
+        return true;
+    case U'J':
+        if (!v.has_date) out.append(missing_part);
+        else put_number(out, v.day_of_year, 3, pad);
+        return true;
+    case U'G':
+        put_iso_year(out, v, !lower, pad);
+        return true;
+    case U'Y':
+        put_year(out, v, !lower, pad);
+        return true;
+    case U'H':
+        put_hour(out, v.hour, pad);
+        return true;
+    case U'K': {
+        Part h = v.hour;
+        if (h.present && h.value == 0) h.value = 24;
+        put_hour(out, h, pad);
+        return true;
+    }
+    case U'I':
+    case U'L': {
+        // The twelve-hour value: the hour up to 12, else the hour modulo 12 (0 stays 0, 13 is 1).
+        Part h = v.hour;
+        if (h.present && h.value > 12) h.value %= 12;
+        if (letter == U'I' && h.present && h.value == 0) h.value = 12;
+        put_two(out, h, pad);
+        return true;
+    }
+    case U'M':
+        put_two(out, v.minute, pad);
+        return true;
+    case U'S':
+        put_two(out, v.whole_seconds, pad);
+        if (!lower && v.decimals > 0) put_fraction(out, v);
+        return true;
+    case U'T':
+        if (lower) return true;  // "%t": nothing
+        put_hour(out, v.hour, U'0');
+        out.put(U':');
+        put_two(out, v.minute, U'0');
+        out.put(U':');
+        put_two(out, v.whole_seconds, U'0');
+        return true;
+    case U'P':
+        put_marker(out, v);
+        return true;
+    case U'U':
+    case U'W':
+        if (!lower) {
+            put_week(out, v, letter, pad);
+        } else if (v.weekday_index < 0 || v.weekday_index >= weekdays) {
+            out.append(missing_part);
+        } else if (letter == U'U') {  // "%u": Monday 1 .. Sunday 7
+            out.put(static_cast<wchar>(U'0' + (v.weekday_index == 0 ? 7 : v.weekday_index)));
+        } else {  // "%w": Sunday 0 .. Saturday 6
+            out.put(static_cast<wchar>(U'0' + v.weekday_index));
+        }
+        return true;
+    case U'V':
+        if (!lower) put_week(out, v, U'V', pad);  // "%v": nothing
+        return true;
+    case U'Z':
+        v.zone_used = true;
+        if (lower) {
+            wchar text[zone_text_cells];
+            zone_text(v, text);
+            out.append({text, zone_text_cells});
+        } else {
+            out.append(U"XST");  // stands where a zone name would be; kept as the host has it
+        }
+        return true;
+    default:  // "%R", "%r", and "%X" or "%x" that pass 1 did not replace
+        return false;
+    }
+}
+
+bool is_ascii_letter(wchar c) { return (c >= U'a' && c <= U'z') || (c >= U'A' && c <= U'Z'); }
+
+// Pass 1: "%x" becomes the locale's date pattern, "%X" its time pattern; any other pair is
+// copied, and so is a "%" in the last position.
+void substitute_locale_patterns(std::u32string_view pattern, const PropertyCache& properties, Text& out) {
+    for (std::size_t i = 0; i < pattern.size(); ++i) {
+        const wchar c = pattern[i];
+        if (c != U'%' || i + 1 == pattern.size()) {
+            out.put(c);
+            continue;
+        }
+        const wchar next = pattern[++i];
+        if (next == U'x') {
+            out.append(property_text(properties, prop::date_pattern));
+        } else if (next == U'X') {
+            out.append(property_text(properties, prop::time_pattern));
+        } else {
+            out.put(c);
+            out.put(next);
+        }
+    }
+}
+
+// Pass 2. A directive is "%", then "#" (long) or "0" (zero pad, the default), a digit 1 to 9
+// (read and ignored: deliberate), "+" (calendar years), "?" (lower-case reading), the letter.
+// A "%" with no letter after it (end of text) is unsupported, as a non-letter is.
+bool run_directives(std::u32string_view p, Value& v, Text& out) {
+    std::size_t i = 0;
+    const auto next_is = [&](auto test) {
+        if (i < p.size() && test(p[i])) {
+            ++i;
+            return true;
+        }
+        return false;
+    };
+    while (i < p.size()) {
+        const wchar c = p[i++];
+        if (c != U'%') {
+            out.put(c);
+            continue;
+        }
+        bool long_form = false;
+        if (next_is([](wchar f) { return f == U'#'; })) long_form = true;
+        else next_is([](wchar f) { return f == U'0'; });
+        next_is([](wchar f) { return f >= U'1' && f <= U'9'; });
+        if (next_is([](wchar f) { return f == U'+'; })) v.calendar_years = true;
+        const bool forced_lower = next_is([](wchar f) { return f == U'?'; });
+        if (i == p.size()) return false;
+        wchar letter = p[i++];
+        if (letter == U'%') {
+            out.put(U'%');
+            continue;
+        }
+        // ASCII is enough: a letter outside it is unsupported, as a non-letter is.
+        if (!is_ascii_letter(letter)) return false;
+        bool lower = forced_lower || (letter >= U'a' && letter <= U'z');
+        if (letter >= U'a' && letter <= U'z') letter = letter - U'a' + U'A';
+        if (lower && letter == U'M') {  // "%m" is the month number, read as "%N"
+            letter = U'N';
+            lower = false;
+        }
+        if (!put_directive(out, v, letter, lower, long_form)) return false;
+    }
+    return true;
+}
+
+std::int32_t clamp_length(std::int64_t n) {
+    return static_cast<std::int32_t>(std::min<std::int64_t>(n, std::numeric_limits<std::int32_t>::max()));
+}
+
+// Rounds to a multiple of 10^-decimals; the whole seconds stay exact.
+double round_to_decimals(double x, std::uint32_t decimals) {
+    const double scale = zpowten[std::min(decimals, max_rounding_decimals)];
+    const double whole = std::floor(x);
+    return whole + std::round((x - whole) * scale) / scale;
+}
+
+}  // namespace
+
+std::int64_t calendar_year(std::u32string_view code, std::int64_t year, std::int64_t day_number) {
+    if (code == U"TW") {
+        const std::int64_t republic = year - 1911;
+        return republic > 0 ? republic : 1 - republic;  // 1911 is year 1, 1910 year 2
+    }
+    if (code == U"TH") return year + 543;
+    if (code == U"JP") {
+        for (auto era = std::rbegin(reigns); era != std::rend(reigns); ++era)
+            if (era->start_day <= day_number) return year - era->first_year + 1;
+    }
+    return year;
+}
+
+std::int32_t expand(const wchar* pattern, std::int32_t length, wchar* output, std::int32_t capacity,
+                    std::int32_t* width, std::uint32_t decimals, const PropertyCache& properties,
+                    void* zone, double day_number, double hour, double minute, double seconds) {
+    wchar substituted_cells[work_cells];
+    Text substituted(substituted_cells, work_cells);
+    if (pattern && length > 0)
+        substitute_locale_patterns({pattern, static_cast<std::size_t>(length)}, properties, substituted);
+
+    Value value = derive(properties, zone, decimals, day_number, hour, minute, seconds);
+    wchar text_cells[work_cells];
+    Text text(text_cells, work_cells);
+    if (!run_directives(substituted.stored(), value, text)) return expand_bad_directive;
+
+    if (!output) return clamp_length(text.count());
+
+    // |width| in 64 bits: the most negative width has no 32-bit magnitude.
+    const std::int64_t requested = *width;
+    const auto span = static_cast<std::int32_t>(
+        std::min<std::int64_t>(std::abs(requested), std::numeric_limits<std::int32_t>::max()));
+    const OutputField field(output, span, capacity);
+    field.fill(U' ');
+    const std::u32string_view kept = text.stored();
+    if (text.count() <= span) {
+        const auto length_out = static_cast<std::int32_t>(text.count());
+        field.write(requested < 0 ? span - length_out : 0, kept);
+        *width = length_out;
+        return expand_ok;
+    }
+    field.write(0, kept.substr(0, static_cast<std::size_t>(span)));
+    if (value.zone_used) {
+        // The offset is never cut: the last 6 cells become a blank and the offset.
+        wchar tail[zone_text_cells + 1];
+        tail[0] = U' ';
+        wchar offset[zone_text_cells];
+        zone_text(value, offset);
+        std::copy(std::begin(offset), std::end(offset), tail + 1);
+        const std::int32_t n = std::min<std::int32_t>(span, zone_text_cells + 1);
+        field.write(span - n, std::u32string_view(tail + (zone_text_cells + 1 - n), static_cast<std::size_t>(n)));
+    }
+    return expand_cut;
+}
+
+std::int32_t zkfdate(wchar* output, std::int32_t capacity, std::int32_t* width, const wchar* pattern,
+                     std::int32_t length, const PropertyCache& properties, double day_number) {
+    if (!pattern || length <= 0) return expand_no_pattern;
+    if (!calendar::in_day_range(day_number)) return expand_out_of_range;
+    const double missing = calendar::missing_value();
+    return expand(pattern, length, output, capacity, width, 0, properties, nullptr, day_number, missing,
+                  missing, missing);
+}
+
+std::int32_t zkfdttm(wchar* output, std::int32_t capacity, std::int32_t* width, const wchar* pattern,
+                     std::int32_t length, std::uint32_t decimals, const PropertyCache& properties,
+                     void* zone, double datetime) {
+    if (length <= 0) return expand_no_pattern;
+    // The longest property and " %z".
+    constexpr std::size_t property_pattern_cells = property_value_cells + 3;
+    wchar from_property[property_pattern_cells];
+    if (!pattern) {
+        const auto number = static_cast<std::size_t>(length & 0xFF);
+        if (number >= property_count) return expand_no_pattern;
+        const std::u32string_view text = property_text(properties, number);
+        std::size_t n = std::copy(text.begin(), text.end(), from_property) - from_property;
+        if (length & pattern_with_zone) {
+            for (wchar c : std::u32string_view(U" %z")) from_property[n++] = c;
+        }
+        if (n == 0) return expand_no_pattern;
+        pattern = from_property;
+        length = static_cast<std::int32_t>(n);
+    }
+    if (!calendar::in_datetime_range(datetime)) return expand_out_of_range;
+    const double x = round_to_decimals(datetime, decimals);
+    if (!calendar::in_datetime_range(x)) return expand_out_of_range;
+    return expand(pattern, length, output, capacity, width, decimals, properties, zone, calendar::date_part(x),
+                  calendar::clock_hour(x), calendar::clock_minute(x), calendar::clock_second(x));
+}
+
+std::int32_t zkftime(wchar* output, std::int32_t capacity, std::int32_t* width, const wchar* pattern,
+                     std::int32_t length, std::uint32_t decimals, const PropertyCache& properties,
+                     double time) {
+    if (!pattern || length <= 0) return expand_no_pattern;
+    if (calendar::is_nan(time) || time < 0) return expand_out_of_range;
+    const double t = round_to_decimals(time, decimals);
+    // Not wrapped at 24: a duration of 30 hours shows hour 30.
+    const double hour = std::floor(std::fabs(t / 3600));
+    return expand(pattern, length, output, capacity, width, decimals, properties, nullptr,
+                  calendar::missing_value(), hour, calendar::clock_minute(t), calendar::clock_second(t));
+}
+
+}  // namespace vxlocfmt::nldate
