@@ -15,6 +15,7 @@
 #include "frame/registry.h"
 #include "harness.h"
 #include "kernel_handle.h"
+#include "library.h"
 #include "session.h"
 
 namespace {
@@ -53,6 +54,7 @@ struct World {
         Exported_VXHandle = vxhost::kernel_handle();
         instance = static_cast<Instance*>(vxlocfmt_entry(&context, nullptr));
         if (!instance) vxfuzz::fail("no instance");
+        vxhost::adopt_instance(instance);
         std::size_t i = 0;
         for (const char* locale : locales) {
             vxhost::SessionOptions options;

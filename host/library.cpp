@@ -12,6 +12,10 @@
 
 namespace vxhost {
 
+void adopt_instance(vxlocfmt::Instance* instance, const char* name) {
+    instance->host_words[1] = const_cast<char*>(name);
+}
+
 std::string default_library_path() {
     if (const char* path = std::getenv("VXLOCFMT_LIBRARY"); path && *path) return path;
     char exe[PATH_MAX];
@@ -43,6 +47,7 @@ Library::Library(const std::string& path) {
         dlclose(handle_);
         throw std::runtime_error(why);
     }
+    adopt_instance(instance_);
 }
 
 Library::~Library() {

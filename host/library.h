@@ -17,6 +17,10 @@
 
 namespace vxhost {
 
+// The host's part of loading an extension: its name goes in the instance's second word, where
+// the extension's formats look for their tag among the session's extensions.
+void adopt_instance(vxlocfmt::Instance* instance, const char* name = "vxlocfmt");
+
 // $VXLOCFMT_LIBRARY, else libvxlocfmt.so in the folder of the running executable.
 std::string default_library_path();
 

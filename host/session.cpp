@@ -80,6 +80,7 @@ FormatResult Session::format(const vxlocfmt::FuncInfo& row, std::int32_t width, 
     call_.capacity = std::max(width, 0);
     if (byte_output() && row.byte_function) {
         call_.output = bytes_.data();
+        call_.byte_mode = 1;  // the wide format chooses what fits the field in session bytes
         const vxlocfmt::status code = row.byte_function(&call_, nullptr, nullptr);
         const auto n = static_cast<std::size_t>(std::clamp(call_.produced, 0, call_.capacity));
         return {code, {}, {bytes_.data(), n}};

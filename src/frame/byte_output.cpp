@@ -63,8 +63,7 @@ VX_EXPORT status vxfmtnlbyte(FmtCall* call, FmtCall* out, void* extra, int align
     FmtCall wide = *call;
     wide.output = scratch;
     wide.capacity = cells;
-    wide.byte_mode = 0;
-    wide.produced = 0;
+    wide.produced = 0;  // byte mode stays as the caller set it: formats then pick what fits in bytes
     format(&wide, extra);
     const std::int32_t produced = std::clamp(wide.produced, 0, cells);
 

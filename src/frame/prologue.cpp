@@ -23,12 +23,14 @@ Start begin_format(FmtCall& call, registry::Limits limits) {
     return {instance, st::ok, true};
 }
 
-Start begin_nl_format(FmtCall& call, registry::Limits limits) {
+Start begin_nl_format(FmtCall& call, registry::Limits limits, bool return_table_status) {
     Instance* instance = find_instance(call);
     if (!instance) return {nullptr, st::instance_not_found, false};
-    if (!call.property_cache && locale::fill_nlfmt_properties(call, *instance) != st::ok) {
-        star_fill(call);
-        return {nullptr, st::ok, false};
+    if (!call.property_cache) {
+        if (const status built = locale::fill_nlfmt_properties(call, *instance); built != st::ok) {
+            star_fill(call);
+            return {nullptr, return_table_status ? built : st::ok, false};
+        }
     }
     call.produced = call.width;
     if (status code = check_limits(call, limits)) return {nullptr, code, false};

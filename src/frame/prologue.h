@@ -22,8 +22,9 @@ struct Start {
 status check_limits(const FmtCall& call, registry::Limits limits);
 
 // Format prologue: instance lookup (0xFFFFFFFF), property table (a failure fills "*" and returns
-// 0), produced length = width, limits (2 to 5). The value is the format's own business.
-Start begin_nl_format(FmtCall& call, registry::Limits limits);
+// 0, or the builder's status when asked), produced length = width, limits (2 to 5). The value is
+// the format's own business.
+Start begin_nl_format(FmtCall& call, registry::Limits limits, bool return_table_status = false);
 
 // Format prologue without the property table, for formats that do not read locale data.
 Start begin_format(FmtCall& call, registry::Limits limits);

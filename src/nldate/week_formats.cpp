@@ -1,0 +1,148 @@
+// WEEKU, WEEKV, WEEKW, YYWEEKU, YYWEEKV, YYWEEKW and DTWEEKV: the week of a date (or of a
+// datetime's date) by one of the three week-numbering rules.
+#include <array>
+#include <cmath>
+#include <string_view>
+
+#include "calendar/day_number.h"
+#include "calendar/missing_value.h"
+#include "calendar/week_numbering.h"
+#include "frame/field.h"
+#include "frame/prologue.h"
+#include "nldate/expander.h"
+
+namespace vxlocfmt::nldate {
+namespace {
+
+using calendar::range_kind_date;
+using calendar::range_ok;
+
+// WEEKU, WEEKV, WEEKW: the layout of zkfweek by width, blanks after it.
+status week_format(FmtCall& call, registry::Limits limits, wchar rule) {
+    const Start start = begin_nl_format(call, limits, true);
+    if (!start.proceed) return start.code;
+    if (calendar::zdatrng(call, range_kind_date) != range_ok) return st::ok;
+    std::int32_t width = call.width;
+    calendar::zkfweek(static_cast<wchar*>(call.output), &width, rule, 0, *static_cast<const double*>(call.input),
+                      OutputField::of(call).stored());
+    return st::ok;  // the produced length stays the whole width
+}
+
+// Text of one directive for a day number into `text`; false when the expander refuses.
+constexpr std::int32_t part_cells = 16;  // "%Y" of the largest year: 5 digits and a little room
+bool expand_part(const FmtCall& call, std::u32string_view pattern, double day, std::array<wchar, part_cells>& text,
+                 std::int32_t& length) {
+    length = part_cells;
+    return zkfdate(text.data(), part_cells, &length, pattern.data(), static_cast<std::int32_t>(pattern.size()),
+                   *call.property_cache, day) == expand_ok;
+}
+
+// YYWEEKU, YYWEEKV, YYWEEKW: year and week, laid out by the width (2 to 8).
+status year_week_format(FmtCall& call, registry::Limits limits, std::u32string_view year_pattern,
+                        std::u32string_view week_pattern) {
+    const Start start = begin_nl_format(call, limits, true);
+    if (!start.proceed) return start.code;
+    if (calendar::zdatrng(call, range_kind_date) != range_ok) return st::ok;
+    const double day = *static_cast<const double*>(call.input);
+    std::array<wchar, part_cells> year{}, week{};
+    std::int32_t year_length = 0, week_length = 0;
+    const OutputField field = OutputField::of(call);
+    if (!expand_part(call, year_pattern, day, year, year_length) ||
+        !expand_part(call, week_pattern, day, week, week_length) || year_length < 4 || week_length != 2) {
+        field.fill(U'*');
+        return st::ok;
+    }
+    const std::u32string_view yyyy(year.data() + year_length - 4, 4);
+    const std::u32string_view yy = yyyy.substr(2);
+    const std::u32string_view ww(week.data(), 2);
+    field.fill(U' ');
+    switch (call.width) {
+    case 2: field.write(0, ww); break;
+    case 3: field.write(0, U"W"); field.write(1, ww); break;
+    case 4: field.write(0, U" W"); field.write(2, ww); break;
+    case 5: field.write(0, yy); field.write(2, U"W"); field.write(3, ww); break;
+    case 6: field.write(1, yy); field.write(3, U"W"); field.write(4, ww); break;
+    case 7: field.write(0, yyyy); field.write(4, U"W"); field.write(5, ww); break;
+    case 8: field.write(0, yyyy); field.write(4, U"-W"); field.write(6, ww); break;
+    default:
+        field.fill(U'*');
+        return st::instance_not_found;  // -1 for a width without a layout, as the format always answered
+    }
+    return st::ok;
+}
+
+// The time of day and date part of a datetime as DTWEEKV splits it.
+struct split_datetime {
+    double date;
+    double time;
+};
+split_datetime split(double x) {
+    double time;
+    if (x >= 0) {
+        time = std::fmod(x, 86400);
+    } else {
+        const double r = std::fmod(-x, 86400);
+        time = r == 0 ? 0 : 86400 - r;
+    }
+    return {(x - time) / 86400, time};
+}
+
+status dt_week_format(FmtCall& call) {
+    constexpr auto limits = registry::limits_of(U"DTWEEKV");
+    const Start start = begin_nl_format(call, limits, true);
+    if (!start.proceed) return start.code;
+    const double value = *static_cast<const double*>(call.input);
+    if (calendar::is_nan(value)) {
+        const std::int32_t decimals = call.decimals;
+        call.decimals = 0;
+        calendar::zfmmiss(call);
+        call.decimals = decimals;
+        return st::ok;
+    }
+    const auto [date, time] = split(value);
+    const OutputField field = OutputField::of(call);
+    field.fill(U' ');
+    const std::int32_t w = call.width;
+    const std::int32_t date_width = w < 12 ? w : w < 20 ? 9 : 11;
+
+    // The date part in its sub-field, as WEEKV writes it.
+    FmtCall date_call = call;
+    date_call.width = date_width;
+    date_call.capacity = std::min(date_width, field.stored());
+    date_call.input = &date;
+    if (calendar::zdatrng(date_call, range_kind_date) == range_ok) {
+        std::int32_t width = date_width;
+        calendar::zkfweek(field.data(), &width, U'V', 0, date, date_call.capacity);
+    }
+    call.produced = w;
+    if (w < 12) return st::ok;
+
+    field.put(date_width, U':');
+    const std::u32string_view pattern = w < 15 ? U"%H" : w < 18 ? U"%H:%M" : U"%H:%M:%S";
+    const std::int32_t at = date_width + 1;
+    std::int32_t width = w - at;
+    zkftime(field.data() + std::min(at, field.stored()), std::max(0, field.stored() - at), &width, pattern.data(),
+            static_cast<std::int32_t>(pattern.size()), 0, *call.property_cache, time);
+    call.produced = w;
+    return st::ok;
+}
+
+}  // namespace
+}  // namespace vxlocfmt::nldate
+
+using namespace vxlocfmt;
+using vxlocfmt::registry::limits_of;
+
+VX_EXPORT status vxfmtweeku(FmtCall* call, void*) { return nldate::week_format(*call, limits_of(U"WEEKU"), U'U'); }
+VX_EXPORT status vxfmtweekv(FmtCall* call, void*) { return nldate::week_format(*call, limits_of(U"WEEKV"), U'V'); }
+VX_EXPORT status vxfmtweekw(FmtCall* call, void*) { return nldate::week_format(*call, limits_of(U"WEEKW"), U'W'); }
+VX_EXPORT status vxfmtdtweekv(FmtCall* call, void*) { return nldate::dt_week_format(*call); }
+VX_EXPORT status vxfmtyyweeku(FmtCall* call, void*) {
+    return nldate::year_week_format(*call, limits_of(U"YYWEEKU"), U"%Y", U"%U");
+}
+VX_EXPORT status vxfmtyyweekv(FmtCall* call, void*) {
+    return nldate::year_week_format(*call, limits_of(U"YYWEEKV"), U"%G", U"%V");
+}
+VX_EXPORT status vxfmtyyweekw(FmtCall* call, void*) {
+    return nldate::year_week_format(*call, limits_of(U"YYWEEKW"), U"%Y", U"%W");
+}
