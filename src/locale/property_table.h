@@ -13,6 +13,7 @@
 #include <string_view>
 
 #include "frame/abi.h"
+#include "locale/property_numbers.h"
 
 namespace vxlocfmt {
 
@@ -63,7 +64,10 @@ static_assert(sizeof(PropertyCache) == 128976);
 
 namespace vxlocfmt::locale {
 
-// Builds the call's property table; 0, no_memory, or the kernel's status for the locale data.
+// Builds the call's property table from the locale object's data block (operation 60), with the
+// instance's primary transcoder and the record's session transcoder. Allocates the table from the
+// session pool when the record has none. 0, no_memory, or the kernel's status for the locale data
+// (the table then stays allocated and partly empty).
 status fill_nlfmt_properties(FmtCall& call, const Instance& instance);
 
 inline std::u32string_view property(const FmtCall& call, std::size_t number) {
