@@ -9,6 +9,7 @@
 #include <string>
 
 #include "library.h"
+#include "locale_command.h"
 #include "locale_data.h"
 #include "output.h"
 #include "session.h"
@@ -213,6 +214,7 @@ int run_command(const Arguments& args) {
     if (args.command == "format") return format_command(args);
     if (args.command == "read") return read_command(args);
     if (args.command == "list") return list_command(args);
+    if (args.command == "locale") return locale_command(args);
     throw UsageError("unknown command '" + args.command + "'");
 }
 
