@@ -132,16 +132,40 @@ int report_journals(const vxhost::Library& library, int exit_code) {
     return exit_code;
 }
 
-int format_command(const Arguments& args) {
-    if (args.operands.empty()) throw UsageError("format needs a SPEC");
-    const Spec spec = parse_spec(args.operands[0]);
-    auto library = load(args);
-    const FuncInfo& row = find_row(*library, spec.name, vxlocfmt::row_kind_format, args.operands[0]);
-    auto session = open_session(*library, args);
-    const int width = spec.width.value_or(static_cast<int>(row.default_width));
-    const int decimals = spec.decimals.value_or(spec.width ? 0 : static_cast<int>(row.default_decimals));
-    Output out;
+// What format and read share: the library, the row named by SPEC, a session, width, decimals.
+struct Call {
+    std::unique_ptr<vxhost::Library> library;
+    const FuncInfo* row;
+    std::unique_ptr<vxhost::Session> session;
+    int width;
+    int decimals;
     bool any_failed = false;
+
+    void finish(Output& out, const Arguments& args, vxlocfmt::status code) {
+        append_status(out, args, code);
+        out.newline();
+        note_not_implemented(code, *row);
+        any_failed |= code != 0;
+    }
+};
+
+Call prepare(const Arguments& args, std::uint32_t kind) {
+    const char* command = kind == vxlocfmt::row_kind_format ? "format" : "read";
+    if (args.operands.empty()) throw UsageError(std::string(command) + " needs a SPEC");
+    Spec spec = parse_spec(args.operands[0]);
+    if (kind == vxlocfmt::row_kind_informat && spec.name.front() != '@') spec.name.insert(0, "@");
+    Call call;
+    call.library = load(args);
+    call.row = &find_row(*call.library, spec.name, kind, args.operands[0]);
+    call.session = open_session(*call.library, args);
+    call.width = spec.width.value_or(static_cast<int>(call.row->default_width));
+    call.decimals = spec.decimals.value_or(spec.width ? 0 : static_cast<int>(call.row->default_decimals));
+    return call;
+}
+
+int format_command(const Arguments& args) {
+    Call call = prepare(args, vxlocfmt::row_kind_format);
+    Output out;
     for_each_input(args, [&](std::string_view text, std::size_t index) {
         const auto value = parse_value(text);
         if (!value) {
@@ -149,41 +173,27 @@ int format_command(const Arguments& args) {
             throw UsageError((args.operands.size() > 1 ? "" : "line " + std::to_string(index) + ": ") +
                              "unreadable value '" + std::string(text) + "'");
         }
-        const vxhost::FormatResult result = session->format(row, width, decimals, *value);
-        if (session->byte_output()) out.append(result.bytes);
+        const vxhost::FormatResult result = call.session->format(*call.row, call.width, call.decimals, *value);
+        if (call.session->byte_output()) out.append(result.bytes);
         else out.append_utf8(result.text);
-        append_status(out, args, result.code);
-        out.newline();
-        note_not_implemented(result.code, row);
-        any_failed |= result.code != 0;
+        call.finish(out, args, result.code);
     });
     out.flush();
-    return report_journals(*library, any_failed ? 1 : 0);
+    return report_journals(*call.library, call.any_failed ? 1 : 0);
 }
 
 int read_command(const Arguments& args) {
-    if (args.operands.empty()) throw UsageError("read needs a SPEC");
-    Spec spec = parse_spec(args.operands[0]);
-    if (spec.name.front() != '@') spec.name.insert(0, "@");
-    auto library = load(args);
-    const FuncInfo& row = find_row(*library, spec.name, vxlocfmt::row_kind_informat, args.operands[0]);
-    auto session = open_session(*library, args);
-    const int width = spec.width.value_or(static_cast<int>(row.default_width));
-    const int decimals = spec.decimals.value_or(spec.width ? 0 : static_cast<int>(row.default_decimals));
+    Call call = prepare(args, vxlocfmt::row_kind_informat);
     Output out;
-    bool any_failed = false;
     for_each_input(args, [&](std::string_view text, std::size_t) {
         if (!text.empty() && text.back() == '\r') text.remove_suffix(1);
         const std::u32string wide = vxhost::from_utf8(text);
-        const vxhost::ReadResult result = session->read(row, width, decimals, wide);
+        const vxhost::ReadResult result = call.session->read(*call.row, call.width, call.decimals, wide);
         append_value_text(out.raw(), result.value);
-        append_status(out, args, result.code);
-        out.newline();
-        note_not_implemented(result.code, row);
-        any_failed |= result.code != 0;
+        call.finish(out, args, result.code);
     });
     out.flush();
-    return report_journals(*library, any_failed ? 1 : 0);
+    return report_journals(*call.library, call.any_failed ? 1 : 0);
 }
 
 int list_command(const Arguments& args) {
