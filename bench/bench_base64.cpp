@@ -49,7 +49,8 @@ struct ScalarIndex {
     std::uint8_t v[256];
     ScalarIndex() {
         std::fill(std::begin(v), std::end(v), 255);
-        for (std::size_t i = 0; i < 64; ++i) v[vxlocfmt::text::base64_alphabet[i]] = static_cast<std::uint8_t>(i);
+        for (std::size_t i = 0; i < 64; ++i)
+            v[vxlocfmt::text::base64_alphabet[i]] = static_cast<std::uint8_t>(i);
     }
 };
 const ScalarIndex scalar_index;

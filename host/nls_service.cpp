@@ -31,14 +31,22 @@ std::atomic<std::int64_t> database_opens{0};
 std::uint32_t class_bits(UChar32 c) {
     const std::uint32_t gc = U_GET_GC_MASK(c);
     std::uint32_t bits = 0;
-    if (gc & U_GC_LU_MASK) bits |= bit::upper;
-    else if (gc & U_GC_LL_MASK) bits |= bit::lower;
-    else if (gc & U_GC_L_MASK) bits |= bit::other_letter;
-    else if (gc & U_GC_ND_MASK) bits |= bit::digit;
-    else if (gc & U_GC_P_MASK) bits |= bit::punct;
-    else if (gc & (U_GC_M_MASK | U_GC_N_MASK | U_GC_S_MASK)) bits |= bit::other_graphic;
-    else if (gc & U_GC_ZS_MASK) bits |= bit::blank;
-    else if (gc & (U_GC_CC_MASK | U_GC_CF_MASK)) bits |= bit::control;
+    if (gc & U_GC_LU_MASK)
+        bits |= bit::upper;
+    else if (gc & U_GC_LL_MASK)
+        bits |= bit::lower;
+    else if (gc & U_GC_L_MASK)
+        bits |= bit::other_letter;
+    else if (gc & U_GC_ND_MASK)
+        bits |= bit::digit;
+    else if (gc & U_GC_P_MASK)
+        bits |= bit::punct;
+    else if (gc & (U_GC_M_MASK | U_GC_N_MASK | U_GC_S_MASK))
+        bits |= bit::other_graphic;
+    else if (gc & U_GC_ZS_MASK)
+        bits |= bit::blank;
+    else if (gc & (U_GC_CC_MASK | U_GC_CF_MASK))
+        bits |= bit::control;
     if (u_isxdigit(c)) bits |= bit::xdigit;
     return bits;
 }

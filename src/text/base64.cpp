@@ -44,6 +44,7 @@ constexpr std::size_t step_groups = 16;  // one step of the encoder: 48 bytes, 6
 
 inline std::uint8_t byte_of(std::uint8_t b) { return b; }
 inline std::uint8_t byte_of(std::uint32_t cell) { return static_cast<std::uint8_t>(cell); }
+// Every character is read by its low 8 bits only, deliberately: U+0151 counts as "Q".
 inline std::uint8_t index_of(wchar c) { return base64_index[c & 0xFF]; }
 
 template <class Unit>
@@ -155,7 +156,8 @@ struct OutputBuffer {
 };
 
 template <class Unit>
-bool take_buffer(void* pool, Unit* given, std::size_t units_with_terminator, OutputBuffer<Unit>& b) {
+bool take_buffer(void* pool, Unit* given, std::size_t units_with_terminator,
+                 OutputBuffer<Unit>& b) {
     if (given) {
         b = {given, false};
         return true;
@@ -163,7 +165,8 @@ bool take_buffer(void* pool, Unit* given, std::size_t units_with_terminator, Out
     if (!pool || units_with_terminator > std::numeric_limits<std::uint64_t>::max() / sizeof(Unit)) {
         return false;
     }
-    void* block = kernel::pool_alloc(pool, units_with_terminator * sizeof(Unit), kernel::alloc_scratch);
+    void* block =
+        kernel::pool_alloc(pool, units_with_terminator * sizeof(Unit), kernel::alloc_scratch);
     b = {static_cast<Unit*>(block), true};
     return block != nullptr;
 }
@@ -188,7 +191,8 @@ status encode_call(void* pool, const In* in, std::int64_t count, wchar** out, Le
 }
 
 template <class Unit, class Length>
-status decode_call(void* pool, const wchar* in, std::int32_t count, Unit** out, Length* out_length) {
+status decode_call(void* pool, const wchar* in, std::int32_t count, Unit** out,
+                   Length* out_length) {
     if (!out) return st::no_memory;
     const std::u32string_view text(in, count_of(in, count));
     // 3 * floor(n / 4) + 5 units when allocating: room for the data and the terminator.
@@ -217,23 +221,22 @@ status decode_call(void* pool, const wchar* in, std::int32_t count, Unit** out, 
 using vxlocfmt::status;
 using vxlocfmt::wchar;
 
-
-VX_EXPORT status base64Encode(void* pool, const std::uint32_t* cells, std::int32_t count, wchar** out,
-                              std::int32_t* out_length) {
+VX_EXPORT status base64Encode(void* pool, const std::uint32_t* cells, std::int32_t count,
+                              wchar** out, std::int32_t* out_length) {
     return vxlocfmt::text::encode_call(pool, cells, count, out, out_length);
 }
 
-VX_EXPORT status base64EncodeBlob(void* pool, const std::uint8_t* bytes, std::int64_t count, wchar** out,
-                                  std::int64_t* out_length) {
+VX_EXPORT status base64EncodeBlob(void* pool, const std::uint8_t* bytes, std::int64_t count,
+                                  wchar** out, std::int64_t* out_length) {
     return vxlocfmt::text::encode_call(pool, bytes, count, out, out_length);
 }
 
-VX_EXPORT status base64Decode(void* pool, const wchar* text, std::int32_t count, std::uint32_t** out,
-                              std::int32_t* out_length) {
+VX_EXPORT status base64Decode(void* pool, const wchar* text, std::int32_t count,
+                              std::uint32_t** out, std::int32_t* out_length) {
     return vxlocfmt::text::decode_call(pool, text, count, out, out_length);
 }
 
-VX_EXPORT status base64DecodeBlob(void* pool, const wchar* text, std::int32_t count, std::uint8_t** out,
-                                  std::int64_t* out_length) {
+VX_EXPORT status base64DecodeBlob(void* pool, const wchar* text, std::int32_t count,
+                                  std::uint8_t** out, std::int64_t* out_length) {
     return vxlocfmt::text::decode_call(pool, text, count, out, out_length);
 }

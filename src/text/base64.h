@@ -3,7 +3,8 @@
  * The byte side is plain bytes or one byte per 32-bit cell; the text side is always wide.
  *
  *   std::vector<wchar> text(text::base64_encoded_size(bytes.size()));
- *   auto [produced, valid] = text::base64_decode(std::u32string_view(text.data(), text.size()), out);
+ *   auto [produced, valid] = text::base64_decode(std::u32string_view(text.data(), text.size()),
+ * out);
  */
 #pragma once
 
@@ -30,7 +31,8 @@ std::size_t base64_encode(std::span<const std::uint8_t> in, wchar* out);
 std::size_t base64_encode(std::span<const std::uint32_t> cells, wchar* out);
 
 struct Base64Decoded {
-    std::size_t produced;  // bytes (cells) written; when not valid, those of the whole groups before the fault
+    std::size_t produced;  // bytes (cells) written; when not valid, those of the whole groups
+                           // before the fault
     bool valid;
 };
 // Reads every character by its low 8 bits only; `out` needs base64_decoded_capacity(in.size()).

@@ -65,17 +65,18 @@ wchar to_upper(wchar c) {
 using vxlocfmt::status;
 using vxlocfmt::wchar;
 
-
 VX_EXPORT wchar vxtolower(wchar c) { return vxlocfmt::text::to_lower(c); }
 VX_EXPORT wchar vxtoupper(wchar c) { return vxlocfmt::text::to_upper(c); }
 
 // A null string or a length below 1 maps nothing.
 VX_EXPORT status vxzstlo(wchar* s, std::int64_t length) {
-    if (s && length > 0) vxlocfmt::text::to_lower(std::span<wchar>(s, static_cast<std::size_t>(length)));
+    if (s && length > 0)
+        vxlocfmt::text::to_lower(std::span<wchar>(s, static_cast<std::size_t>(length)));
     return vxlocfmt::st::ok;
 }
 
 VX_EXPORT status vxzstup(wchar* s, std::int64_t length) {
-    if (s && length > 0) vxlocfmt::text::to_upper(std::span<wchar>(s, static_cast<std::size_t>(length)));
+    if (s && length > 0)
+        vxlocfmt::text::to_upper(std::span<wchar>(s, static_cast<std::size_t>(length)));
     return vxlocfmt::st::ok;
 }

@@ -23,16 +23,16 @@ struct CodeRange {
 };
 
 // Sizes are fixed: the generator fails if the Unicode data gives other counts.
-extern const CodeRange digitranges[54];     // Nd
-extern const CodeRange lowerranges[633];    // Ll
-extern const CodeRange upperranges[627];    // Lu
-extern const CodeRange alpharanges[571];    // L
-extern const CodeRange spaceranges[11];     // the blanks, listed by hand (equal to White_Space)
-extern const CodeRange printranges[641];    // graph plus Zs
-extern const CodeRange xdigitranges[58];    // Nd plus A-F, a-f and their full-width forms
-extern const CodeRange punctranges[168];    // P
-extern const CodeRange graphranges[641];    // everything outside C and Z
-extern const CodeRange controlranges[20];   // Cc and Cf
+extern const CodeRange digitranges[54];    // Nd
+extern const CodeRange lowerranges[633];   // Ll
+extern const CodeRange upperranges[627];   // Lu
+extern const CodeRange alpharanges[571];   // L
+extern const CodeRange spaceranges[11];    // the blanks, listed by hand (equal to White_Space)
+extern const CodeRange printranges[641];   // graph plus Zs
+extern const CodeRange xdigitranges[58];   // Nd plus A-F, a-f and their full-width forms
+extern const CodeRange punctranges[168];   // P
+extern const CodeRange graphranges[641];   // everything outside C and Z
+extern const CodeRange controlranges[20];  // Cc and Cf
 
 // Class bits of ansi_ccl (and of the host's classifier). A kernel class mask answers 1 for a
 // character whose bits share any bit with it.
@@ -97,9 +97,12 @@ constexpr bool in_ranges(std::span<const CodeRange> table, wchar c) {
     std::size_t lo = 0, hi = table.size();  // the pairs [lo, hi) are still candidates
     while (lo < hi) {
         const std::size_t mid = lo + (hi - lo) / 2;
-        if (c < table[mid].low) hi = mid;
-        else if (c > table[mid].high) lo = mid + 1;
-        else return true;
+        if (c < table[mid].low)
+            hi = mid;
+        else if (c > table[mid].high)
+            lo = mid + 1;
+        else
+            return true;
     }
     return false;
 }

@@ -80,9 +80,12 @@ Justified justify(std::span<wchar> s, wchar alignment) {
     const auto content = static_cast<std::int64_t>(last - first + 1);
     std::int64_t shift = 0;
     switch (alignment) {
-        case U'L': case U'l': shift = -lead; break;
-        case U'R': case U'r': shift = length - 1 - static_cast<std::int64_t>(last); break;
-        case U'C': case U'c':
+        case U'L':
+        case U'l': shift = -lead; break;
+        case U'R':
+        case U'r': shift = length - 1 - static_cast<std::int64_t>(last); break;
+        case U'C':
+        case U'c':
             // Truncated to 32 bits as the field arithmetic always was; only texts past 2^31
             // characters notice.
             shift = static_cast<std::int32_t>((length - lead) - (length + content + 1) / 2);
@@ -94,8 +97,10 @@ Justified justify(std::span<wchar> s, wchar alignment) {
     if (start != lead) {
         wchar* d = s.data();
         std::memmove(d + start, d + lead, static_cast<std::size_t>(content) * sizeof(wchar));
-        if (start > lead) std::fill(d + lead, d + std::min(start, lead + content), blank);
-        else std::fill(d + std::max(start + content, lead), d + lead + content, blank);
+        if (start > lead)
+            std::fill(d + lead, d + std::min(start, lead + content), blank);
+        else
+            std::fill(d + std::max(start + content, lead), d + lead + content, blank);
     }
     return {content, start};
 }
@@ -112,7 +117,8 @@ bool equal_ignoring_case(std::u32string_view a, std::u32string_view b) {
         std::copy(b.begin(), b.end(), lb.begin());
         to_lower(std::span<wchar>(la.data(), a.size()));
         to_lower(std::span<wchar>(lb.data(), b.size()));
-        return std::equal(la.begin(), la.begin() + static_cast<std::ptrdiff_t>(a.size()), lb.begin());
+        return std::equal(la.begin(), la.begin() + static_cast<std::ptrdiff_t>(a.size()),
+                          lb.begin());
     }
     for (std::size_t i = 0; i < a.size(); ++i) {
         if (a[i] != b[i] && to_lower(a[i]) != to_lower(b[i])) return false;
@@ -121,7 +127,9 @@ bool equal_ignoring_case(std::u32string_view a, std::u32string_view b) {
 }
 
 namespace {
-bool all_blank(std::u32string_view s) { return s.find_first_not_of(blank) == std::u32string_view::npos; }
+bool all_blank(std::u32string_view s) {
+    return s.find_first_not_of(blank) == std::u32string_view::npos;
+}
 wchar lower_bmp(wchar c) { return c < 0x10000 ? to_lower(c) : c; }
 }  // namespace
 
@@ -152,7 +160,8 @@ namespace text = vxlocfmt::text;
 
 namespace {
 std::u32string_view view(const wchar* s, std::int64_t n) {
-    return (s && n > 0) ? std::u32string_view(s, static_cast<std::size_t>(n)) : std::u32string_view();
+    return (s && n > 0) ? std::u32string_view(s, static_cast<std::size_t>(n))
+                        : std::u32string_view();
 }
 std::span<wchar> span(wchar* s, std::int64_t n) {
     return (s && n > 0) ? std::span<wchar>(s, static_cast<std::size_t>(n)) : std::span<wchar>();
@@ -170,7 +179,8 @@ VX_EXPORT std::int64_t vxzsnot(const wchar* s, std::int64_t length, wchar c) {
 VX_EXPORT std::int64_t vxzsndx(const wchar* s, std::int64_t length, const wchar* pattern,
                                std::int64_t pattern_length) {
     if (pattern_length == 0 || (!pattern && pattern_length < 1)) return 0;
-    if (!pattern || pattern_length < 0) return -1;  // a non-null pattern of negative length matches nothing
+    if (!pattern || pattern_length < 0)
+        return -1;  // a non-null pattern of negative length matches nothing
     return text::find(view(s, length), view(pattern, pattern_length));
 }
 
@@ -204,8 +214,9 @@ VX_EXPORT std::int64_t vxzsmov(const wchar* src, std::int64_t src_length, wchar*
     const bool terminated = dst_length < 0;
     const auto n = static_cast<std::size_t>(terminated ? -1 - dst_length : dst_length);
     const auto source = view(src, src_length);  // a null source copies nothing: 0 and blanks or a 0
-    return static_cast<std::int64_t>(terminated ? text::copy_terminated(source, dst, n)
-                                                : text::copy_padded(source, std::span<wchar>(dst, n)));
+    return static_cast<std::int64_t>(terminated
+                                         ? text::copy_terminated(source, dst, n)
+                                         : text::copy_padded(source, std::span<wchar>(dst, n)));
 }
 
 VX_EXPORT status vxzsjls(wchar* s, std::int64_t length, wchar alignment, std::int64_t* length_out,
