@@ -53,7 +53,9 @@ std::uint32_t class_bits(UChar32 c) {
 
 extern "C" std::int32_t nls_classify(void* service, wchar c, std::uint32_t mask) {
     // No database opened through the service: the classifier has nothing to answer from.
-    if (static_cast<void**>(service)[nls::word_database] != &class_database) return 0;
+    if (std::atomic_ref<void*>(static_cast<void**>(service)[nls::word_database]).load(std::memory_order_acquire) !=
+        &class_database)
+        return 0;
     return (class_bits(static_cast<UChar32>(c)) & mask) != 0;
 }
 

@@ -1,5 +1,7 @@
 #include "text/kernel_nls.h"
 
+#include <atomic>
+
 #include "frame/kernel.h"
 
 namespace vxlocfmt::text::kernel_nls {
@@ -11,11 +13,16 @@ void* service() {
 
 bool classify(void* svc, wchar c, std::uint32_t mask) {
     void** words = static_cast<void**>(svc);
-    // Opened on first need and kept in the service; no lock, as everywhere in the library.
-    if (!words[word_database]) {
+    // Opened on first need and kept in the service; no lock, as everywhere in the library. The
+    // word is read and set atomically: threads meeting the first use together may each open the
+    // database, but only one handle is kept and none sees a torn word.
+    std::atomic_ref<void*> database(words[word_database]);
+    if (!database.load(std::memory_order_acquire)) {
         void* opener = words[word_database_opener];
-        words[word_database] = kernel::slot<open_database_fn>(opener, open_database_slot)(
-            opener, database_name, database_name_length);
+        void* opened = kernel::slot<open_database_fn>(opener, open_database_slot)(opener, database_name,
+                                                                                  database_name_length);
+        void* none = nullptr;
+        database.compare_exchange_strong(none, opened, std::memory_order_acq_rel);
     }
     return kernel::slot<classify_fn>(svc, classify_slot)(svc, c, mask) != 0;
 }
