@@ -228,9 +228,10 @@ public:
         call_.property_cache = &properties.cache();
     }
 
-    vxlocfmt::status run(vxlocfmt::format_fn format, double value, std::int32_t width) {
+    // The output offers `capacity` cells (default: exactly the width).
+    vxlocfmt::status run(vxlocfmt::format_fn format, double value, std::int32_t width, std::int32_t capacity = -1) {
         value_ = value;
-        const std::size_t cells = static_cast<std::size_t>(std::max(width, 0));
+        const std::size_t cells = static_cast<std::size_t>(std::max(capacity >= 0 ? capacity : width, 0));
         cells_.assign(cells + 2 * guard_cells, guard);
         call_.width = width;
         call_.decimals = 0;
