@@ -110,7 +110,7 @@ std::unique_ptr<unsigned char[]> build_block(const Data& d, const Locale& locale
         unsigned char* slot = block.get() + locale_strings_offset + n * locale_string_stride;
         const auto count = static_cast<std::uint16_t>(std::min(values[n].size(), locale_string_bytes));
         std::memcpy(slot, &count, sizeof count);
-        std::memcpy(slot + sizeof count, values[n].data(), count);
+        if (count) std::memcpy(slot + sizeof count, values[n].data(), count);  // an empty value may have no data
     }
     return block;
 }
