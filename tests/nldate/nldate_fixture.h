@@ -221,11 +221,12 @@ public:
     static constexpr std::size_t guard_cells = 8;
     static constexpr wchar guard = 0x10FFFF;
 
-    explicit Harness(Properties& properties) {
+    explicit Harness(Properties& properties) : Harness(properties.cache()) {}
+    explicit Harness(vxlocfmt::PropertyCache& table) {
         session_[vxlocfmt::session_word_extensions] = other_.data();
         session_[vxlocfmt::session_word_extensions + 1] = ours_.data();
         call_.session = session_.data();
-        call_.property_cache = &properties.cache();
+        call_.property_cache = &table;
     }
 
     // The output offers `capacity` cells (default: exactly the width).

@@ -11,6 +11,9 @@
 #include "nldate/expander.h"
 #include "nldate/nldate_formats.h"
 #include "nldate_fixture.h"
+#include "library.h"
+#include "locale_data.h"
+#include "session.h"
 #include "transcoder.h"
 
 namespace {
@@ -288,22 +291,26 @@ struct Stages {
     std::vector<std::int64_t> needed;
 };
 
-Stages stages_of(Properties& p, const nldate::candidate_format& f, double day) {
+std::u32string_view text_of(const PropertyCache& table, std::size_t n) {
+    return {table.properties[n].value, static_cast<std::size_t>(table.properties[n].length)};
+}
+
+Stages stages_of(PropertyCache& p, const nldate::candidate_format& f, double day) {
     Stages s;
     for (const nldate::pattern_row& row : f.rows) {
         const auto n = static_cast<std::size_t>(row.number & 0xFF);
         if (n == nldate::sibling_row) break;
-        std::u32string pattern = row.literal ? std::u32string(row.literal) : std::u32string(p.get(n));
-        std::int64_t needed = p.width(n);
+        std::u32string pattern = row.literal ? std::u32string(row.literal) : std::u32string(text_of(p, n));
+        std::int64_t needed = p.properties[n].width;
         if (pattern == U"%o") needed = 2;
         if (pattern == U"u") {
-            pattern = nldate::weekday_number_pattern(p.get(n));
+            pattern = nldate::weekday_number_pattern(text_of(p, n));
             needed = 1;
         }
         std::u32string cells(200, U' ');
         std::int32_t width = 200;
         const std::int32_t code = nldate::zkfdate(cells.data(), 200, &width, pattern.data(),
-                                                  static_cast<std::int32_t>(pattern.size()), p.cache(), day);
+                                                  static_cast<std::int32_t>(pattern.size()), p, day);
         s.texts.push_back(code == 0 ? cells.substr(0, static_cast<std::size_t>(width)) : U"");
         s.needed.push_back(needed);
     }
@@ -314,7 +321,7 @@ Stages stages_of(Properties& p, const nldate::candidate_format& f, double day) {
 // the rules choose, and as the width shrinks the format moves only forward through its
 // candidates, then to its sibling, then to "*". Below the minimum (limits unchecked) only the
 // bound is checked.
-void sweep(Properties& p, double day) {
+void sweep(PropertyCache& p, double day, const std::string& locale) {
     for (const nldate::candidate_format& f : nldate::candidate_formats) {
         const std::string name = u8(f.name);
         const format_fn format = function_of(f.name);
@@ -351,7 +358,7 @@ void sweep(Properties& p, double day) {
             } else {
                 wanted.assign(static_cast<std::size_t>(width), U'*');
             }
-            ASSERT_EQ(u8(field), u8(wanted)) << name << " width " << width << " day " << day;
+            ASSERT_EQ(u8(field), u8(wanted)) << locale << " " << name << " width " << width << " day " << day;
             EXPECT_GE(expected, previous) << name << " width " << width;
             previous = expected;
         }
@@ -374,8 +381,27 @@ TEST(NldateFormats, WidthSweep) {
     const double days[] = {tuesday, day_of(2024, 9, 25), day_of(1600, 2, 29), 6589335, -138061};
     for (auto make : {english_like, german_like}) {
         Properties p = make();
-        for (double day : days) sweep(p, day);
+        for (double day : days) sweep(p.cache(), day, "sample");
     }
+}
+
+// The same sweep on real locales: their tables built by the library in a host session.
+TEST(NldateFormats, WidthSweepOnHostLocales) {
+    vxhost::Library library;
+    int swept = 0;
+    for (const char* id : {"en_US", "de_DE", "fr_FR", "ja_JP", "th_TH", "ar_EG", "hi_IN", "ru_RU", "zh_Hans_CN", "lo"}) {
+        if (vxhost::canonical_locale(id) != id) continue;
+        vxhost::SessionOptions options;
+        options.locale = id;
+        vxhost::Session session(library, options);
+        session.format(*library.find(U"NLDATE"), 20, 0, 0);  // builds the table
+        PropertyCache* table = session.call().property_cache;
+        ASSERT_NE(table, nullptr);
+        if (table->properties[28].length == 0) continue;  // no locale data built in
+        for (double day : {tuesday, day_of(2024, 9, 25)}) sweep(*table, day, id);
+        ++swept;
+    }
+    if (swept == 0) GTEST_SKIP() << "the host's locale blocks have no patterns: locale data not built in";
 }
 
 // A buffer smaller than the width: nothing past the capacity either.
