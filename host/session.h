@@ -25,7 +25,7 @@ class Transcoder;
 
 struct SessionOptions {
     std::string locale = "en_US";
-    std::string encoding;       // empty: wide results; else bytes in this encoding via the _b variants
+    std::string encoding{};     // empty: wide results; else bytes in this encoding via the _b variants
     bool check_limits = false;  // sets bit 0 of the call flags
 };
 
