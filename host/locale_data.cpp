@@ -7,6 +7,7 @@
 #include <map>
 #include <memory>
 #include <mutex>
+#include <utility>
 
 // The data file, embedded whole: nothing is read from disk at run time.
 __asm__(".pushsection .rodata.vxhost_locale_data,\"a\",@progbits\n"
@@ -31,7 +32,7 @@ struct Locale {
 
 struct Data {
     std::map<std::string, Locale, std::less<>> locales;
-    std::map<std::string, std::string, std::less<>> by_folded_name;  // "de_de" -> "de_DE"
+    std::map<std::string, std::string, std::less<>> by_folded_name;  // "de_de" -> "de_DE", "zh_cn" -> "zh_Hans_CN"
     std::vector<std::string> names;
     std::string_view icu_version;
 };
@@ -62,10 +63,16 @@ Data parse() {
     }
     Locale* open = nullptr;
     const char* body_start = nullptr;
+    std::vector<std::pair<std::string_view, std::string_view>> aliases;
     while (!rest.empty()) {
         const char* line_start = rest.data();
         const std::string_view line = next_line(rest);
         if (line.empty() || line[0] == '#') continue;
+        if (line[0] == '=') {  // "=zh_CN zh_Hans_CN": a second name, resolved once all are read
+            const std::size_t space = line.find(' ');
+            if (space != std::string_view::npos) aliases.emplace_back(line.substr(1, space - 1), line.substr(space + 1));
+            continue;
+        }
         if (line[0] != '@') continue;
         if (open) open->body = std::string_view(body_start, static_cast<std::size_t>(line_start - body_start));
         const std::string_view header = line.substr(1);
@@ -78,6 +85,8 @@ Data parse() {
         data.names.push_back(id);
     }
     if (open) open->body = std::string_view(body_start, static_cast<std::size_t>(rest.data() - body_start));
+    for (const auto& [alias, id] : aliases)
+        if (data.locales.count(id)) data.by_folded_name.emplace(fold(alias), std::string(id));
     std::sort(data.names.begin(), data.names.end());
     return data;
 }

@@ -23,7 +23,8 @@ inline constexpr std::size_t locale_string_bytes = 160;
 inline constexpr std::size_t locale_string_count = 189;
 inline constexpr std::size_t locale_block_size = locale_strings_offset + locale_string_count * locale_string_stride;
 
-// The host's id for a locale name ("de-DE", "de_DE", "DE_de", "sr-Latn-RS"), or empty when unknown.
+// The host's id for a locale name ("de-DE", "de_DE", "DE_de", "sr-Latn-RS"; "zh-CN" gives
+// "zh_Hans_CN", whose script is the likely one), or empty when unknown.
 std::string canonical_locale(std::string_view name);
 // Every locale id the host knows, sorted; "root" and "en_US_POSIX" among them.
 const std::vector<std::string>& locale_names();

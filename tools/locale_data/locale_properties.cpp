@@ -128,6 +128,31 @@ UnicodeString date_separator(const UnicodeString& pattern) {
     return between.length() == 1 ? between : UnicodeString();
 }
 
+// What stands between the hour and the minutes of a time pattern, format marks left out
+// ("HH:mm:ss" gives ":", "HH 'h' mm" gives " h ").
+UnicodeString time_separator(const UnicodeString& pattern) {
+    auto is_hour = [](char16_t c) { return c == u'H' || c == u'h' || c == u'K' || c == u'k'; };
+    int32_t i = 0;
+    const int32_t n = pattern.length();
+    bool quoted = false;
+    for (; i < n && (quoted || !is_hour(pattern[i])); ++i)
+        if (pattern[i] == u'\'') quoted = !quoted;
+    while (i < n && is_hour(pattern[i])) ++i;
+    UnicodeString between;
+    for (quoted = false; i < n && (quoted || pattern[i] != u'm'); ++i) {
+        const char16_t c = pattern[i];
+        if (c == u'\'' && i + 1 < n && pattern[i + 1] == u'\'') {
+            between += c;
+            ++i;
+        } else if (c == u'\'') {
+            quoted = !quoted;
+        } else if (u_charType(c) != U_FORMAT_CHAR) {
+            between += c;
+        }
+    }
+    return i < n ? between : UnicodeString();
+}
+
 // The locale's week rule: Sunday first is U; Monday first with 4 minimal days is V (ISO); W else.
 char week_letter(const icu::Calendar& calendar, const std::string& id) {
     UErrorCode e = U_ZERO_ERROR;
@@ -244,8 +269,6 @@ void add_names(Properties& p, const Source& s) {
         p[151] = am_pm[0];
         p[152] = am_pm[1];
     }
-    UnicodeString separator;
-    p[154] = symbols.getTimeSeparatorString(separator);
 }
 
 // A quarter skeleton whose ICU pattern shows the quarter as a number ("y年第Q季度"), which no
@@ -265,6 +288,7 @@ void add_patterns(Properties& p, const Source& s) {
     const UnicodeString medium_time = time_style(s, DateFormat::kMedium);
     p[6] = field_order(short_date);
     p[153] = date_separator(short_date);
+    p[154] = time_separator(medium_time);
     p[28] = p[31] = tr(long_date);
     p[29] = p[30] = tr(medium_date);
     p[32] = tr(date_style(s, DateFormat::kFull));
@@ -392,6 +416,24 @@ std::vector<std::string> all_locales() {
     std::sort(ids.begin(), ids.end());
     ids.erase(std::unique(ids.begin(), ids.end()), ids.end());
     return ids;
+}
+
+std::vector<std::pair<std::string, std::string>> locale_aliases(const std::vector<std::string>& ids) {
+    std::vector<std::pair<std::string, std::string>> aliases;
+    for (const std::string& id : ids) {
+        const icu::Locale l(id.c_str());
+        if (!*l.getScript()) continue;
+        const std::string alias = std::string(l.getLanguage()) + (*l.getCountry() ? "_" + std::string(l.getCountry()) : "");
+        if (std::binary_search(ids.begin(), ids.end(), alias)) continue;
+        icu::Locale short_form(alias.c_str()), long_form(l);
+        UErrorCode e = U_ZERO_ERROR;
+        short_form.addLikelySubtags(e);
+        long_form.addLikelySubtags(e);
+        check(e, id, "likely subtags");
+        if (short_form == long_form) aliases.emplace_back(alias, id);
+    }
+    std::sort(aliases.begin(), aliases.end());
+    return aliases;
 }
 
 Properties locale_properties(const std::string& id) {

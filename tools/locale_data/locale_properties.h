@@ -10,6 +10,7 @@
 
 #include <array>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <unicode/unistr.h>
@@ -21,6 +22,10 @@ using Properties = std::array<icu::UnicodeString, property_count>;
 
 // Every locale the data covers: ICU's available locales, en_US_POSIX and root, sorted.
 std::vector<std::string> all_locales();
+
+// Ids without their script ("zh_CN") for the locales whose script is the likely one
+// ("zh_Hans_CN"), where no locale has the short id; sorted.
+std::vector<std::pair<std::string, std::string>> locale_aliases(const std::vector<std::string>& ids);
 
 // The properties of a locale id as all_locales() spells it; properties with text beyond 160
 // bytes in the locale encoding are cut later, by the writer.

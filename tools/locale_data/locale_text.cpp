@@ -10,8 +10,10 @@ Encoded locale_text(const icu::UnicodeString& value, Cut cut) {
     bool in_directive = false;
     for (int32_t i = 0; i < value.length(); i = value.moveIndex32(i, 1)) {
         const UChar32 c = value.char32At(i);
-        // '<' is escaped too, so that every "<U" in the data is an escape.
-        if (c >= 0x20 && c < 0x7F && c != '<') {
+        // '<' is escaped too, so that every "<U" in the data is an escape; so is a blank at either
+        // end, so that no line of the data file ends in white space.
+        const bool end_blank = c == ' ' && (i == 0 || i + 1 == value.length());
+        if (c >= 0x20 && c < 0x7F && c != '<' && !end_blank) {
             out.push_back(static_cast<char>(c));
         } else if (c > 0xFFFF) {
             out.push_back('?');

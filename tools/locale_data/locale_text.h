@@ -1,6 +1,7 @@
 /*
  * The kernel's locale encoding (id 62): printable ASCII as it stands, every other character as
- * "<U" + four upper-case hexadecimal digits + ">", a character beyond U+FFFF as "?". A value is
+ * "<U" + four upper-case hexadecimal digits + ">", a character beyond U+FFFF as "?"; "<" and a
+ * blank at either end of the value are escaped too. A value is
  * cut to 160 bytes at a character boundary, and a pattern also at a directive boundary.
  *
  *   std::string text = locale_text(u"März", Cut::characters);   // "M<U00E4>rz"

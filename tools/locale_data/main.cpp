@@ -55,7 +55,7 @@ std::string generate(bool notes) {
         }
     }
     if (notes) std::fprintf(stderr, "%zu locales, %zu values cut to 160 bytes\n", ids.size(), cut);
-    return locale_data::data_file(ids, texts, source_versions());
+    return locale_data::data_file(ids, texts, locale_data::locale_aliases(ids), source_versions());
 }
 
 }  // namespace
