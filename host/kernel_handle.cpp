@@ -80,6 +80,7 @@ struct Handle : KernelObject<vxlocfmt::kernel::handle_words> {
         words[handle_clock] = fn_word(&slot_clock);
         words[handle_word_nls] = nls_service();  // a host with national-language support
         words[handle_word_default_journal] = &journal_holder;
+        words[handle_word_zone] = zone_object();
         words[handle_word_conversion] = conversion;
         words[handle_capture] = fn_word(&slot_copy_text);
         words[handle_format_buff] = fn_word(&slot_copy_text);

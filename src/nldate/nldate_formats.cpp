@@ -6,8 +6,10 @@
 #include "frame/field.h"
 #include "frame/kernel.h"
 #include "frame/prologue.h"
+#include "frame/session_fit.h"
 #include "locale/property_numbers.h"
 #include "nldate/expander.h"
+#include "nldate/zone.h"
 
 namespace vxlocfmt::nldate {
 
@@ -37,22 +39,6 @@ candidate candidate_of(const pattern_row& row, const PropertyCache& properties) 
     return {literal, width};
 }
 
-// Session bytes the transcoder test may need: every character of the working text at 4 bytes.
-constexpr std::int32_t transcode_bytes = 4 * work_cells;
-
-// Byte mode: the text must also fit the field once converted to the session encoding. Any
-// answer but success (too small, a character the encoding cannot hold, no transcoder) counts as
-// not fitting, so that the next candidate is tried.
-bool session_encoding_fits(const FmtCall& call, const OutputField& field, std::int32_t length) {
-    if (!call.session_transcoder) return false;
-    unsigned char bytes[transcode_bytes];
-    const std::int32_t text = std::min(length, field.stored());
-    const std::int32_t room = std::min(field.width(), transcode_bytes);
-    std::int32_t produced = 0;
-    return kernel::convert(call.session_transcoder, field.data(), text * static_cast<std::int32_t>(sizeof(wchar)),
-                           bytes, room, &produced) == st::ok;
-}
-
 }  // namespace
 
 std::u32string_view weekday_number_pattern(std::u32string_view week_pattern) {
@@ -74,11 +60,49 @@ std::u32string_view weekday_number_pattern(std::u32string_view week_pattern) {
     return U"%u";
 }
 
+namespace {
+
+// Missing and out-of-range values by the format's kind; false when the field is already written.
+bool value_usable(FmtCall& call, value_kind kind) {
+    switch (kind) {
+    case value_kind::date: return calendar::zdatrng(call, calendar::range_kind_date) == calendar::range_ok;
+    case value_kind::datetime: return calendar::zdatrng(call, calendar::range_kind_datetime) == calendar::range_ok;
+    case value_kind::time:
+        // Any time is tried; a negative one is refused by the expander and falls through.
+        return calendar::zdatrng(call, 0) == calendar::range_ok;
+    }
+    return false;
+}
+
+std::int32_t expand_candidate(FmtCall& call, const candidate_format& format, const pattern_row& row,
+                              const candidate& c, std::int32_t* produced) {
+    const PropertyCache& properties = *call.property_cache;
+    auto* out = static_cast<wchar*>(call.output);
+    const double value = *static_cast<const double*>(call.input);
+    const auto decimals = static_cast<std::uint32_t>(std::max(call.decimals, 0));
+    const auto length = static_cast<std::int32_t>(c.pattern.size());
+    switch (format.kind) {
+    case value_kind::date: return zkfdate(out, call.capacity, produced, c.pattern.data(), length, properties, value);
+    case value_kind::datetime:
+        if (format.with_zone && !row.literal) {
+            // The property by number, with " %z" appended by the expander.
+            const auto number = static_cast<std::int32_t>(row.number & 0xFF) | pattern_with_zone;
+            return zkfdttm(out, call.capacity, produced, nullptr, number, decimals, properties, zone_object(), value);
+        }
+        return zkfdttm(out, call.capacity, produced, c.pattern.data(), length, decimals, properties, zone_object(),
+                       value);
+    case value_kind::time:
+        return zkftime(out, call.capacity, produced, c.pattern.data(), length, decimals, properties, value);
+    }
+    return expand_bad_directive;
+}
+
+}  // namespace
+
 status format_by_candidates(FmtCall& call, void* extra, const candidate_format& format) {
     const Start start = begin_nl_format(call, format.limits);
     if (!start.proceed) return start.code;
-    if (calendar::zdatrng(call, calendar::range_kind_date) != calendar::range_ok) return st::ok;
-    const double day_number = *static_cast<const double*>(call.input);
+    if (!value_usable(call, format.kind)) return st::ok;
     const PropertyCache& properties = *call.property_cache;
     const std::int32_t width = std::max(call.width, 0);
     const OutputField field(static_cast<wchar*>(call.output), width, call.capacity);
@@ -88,10 +112,11 @@ status format_by_candidates(FmtCall& call, void* extra, const candidate_format& 
         const candidate c = candidate_of(row, properties);
         if (format.skip_by_width && c.needed > width) continue;
         std::int32_t produced = width;
-        if (zkfdate(field.data(), call.capacity, &produced, c.pattern.data(),
-                    static_cast<std::int32_t>(c.pattern.size()), properties, day_number) != expand_ok)
+        if (expand_candidate(call, format, row, c, &produced) != expand_ok) continue;
+        if (call.byte_mode && !fits_session_encoding(call, {field.data(), static_cast<std::size_t>(
+                                                                               std::min(produced, field.stored()))},
+                                                     width))
             continue;
-        if (call.byte_mode && !session_encoding_fits(call, field, produced)) continue;
         call.produced = produced;
         return st::ok;
     }

@@ -59,6 +59,10 @@ inline constexpr pattern_row nldateyq_candidates[] = {{nullptr, 40}, {nullptr, 4
 inline constexpr pattern_row nldateyr_candidates[] = {{nullptr, 38}, {nullptr, 39}};
 inline constexpr pattern_row nldateyw_candidates[] = {{nullptr, 42}, {nullptr, 43}};
 
+// What a format's value is, and so how its candidates are expanded: zkfdate, zkfdttm with the
+// call's decimals (and the zone offset when asked), or zkftime.
+enum class value_kind { date, datetime, time };
+
 // A format that writes one of its candidates.
 struct candidate_format {
     std::u32string_view name;
@@ -66,6 +70,8 @@ struct candidate_format {
     std::span<const pattern_row> rows;
     bool skip_by_width;  // the formats that own a pattern list
     format_fn sibling;   // null: "*" when nothing fits
+    value_kind kind = value_kind::date;
+    bool with_zone = false;  // property patterns get " %z" appended
 };
 
 inline constexpr candidate_format candidate_formats[] = {
