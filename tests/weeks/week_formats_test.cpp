@@ -46,13 +46,15 @@ Week oracle_week(long dn, char rule) { return oracle_week(dn, rule, year_of(dn))
 
 std::string week_layout(const Week& w, int width) {
     std::string text;
+    // A year beyond 9999 (the ISO year 10000 of 9999's last days) shows its last four digits.
+    const std::string yyyy = w.yyyy.substr(w.yyyy.size() - 4);
     const std::string yy = w.yyyy.substr(w.yyyy.size() - 2);
     if (width <= 2) text = w.ww;
     else if (width <= 4) text = "W" + w.ww;
     else if (width <= 6) text = yy + "W" + w.ww;
     else if (width <= 8) text = yy + "W" + w.ww + w.dd;
-    else if (width <= 10) text = w.yyyy + "W" + w.ww + w.dd;
-    else text = w.yyyy + "-W" + w.ww + "-" + w.dd;
+    else if (width <= 10) text = yyyy + "W" + w.ww + w.dd;
+    else text = yyyy + "-W" + w.ww + "-" + w.dd;
     if (static_cast<int>(text.size()) < width) text.append(static_cast<std::size_t>(width) - text.size(), ' ');
     return text;
 }
@@ -116,6 +118,29 @@ TEST_F(WeekFormats, EveryLayoutAgainstStrftime) {
             }
         }
     }
+}
+
+// Width 11 shows every part (year, week, day): every day of 1583 to 9999 by all three rules.
+TEST_F(WeekFormats, EveryDayAtFullWidth) {
+    const struct {
+        const char32_t* name;
+        char rule;
+    } rules[] = {{U"WEEKU", 'U'}, {U"WEEKV", 'V'}, {U"WEEKW", 'W'}};
+    const vxlocfmt::FuncInfo* rows[3];
+    for (int k = 0; k < 3; ++k) rows[k] = library->find(rules[k].name);
+    int failures = 0;
+    int y = 1583;
+    for (long dn = day_number(1583, 1, 1); dn <= day_number(9999, 12, 31); ++dn) {
+        while (day_number(y + 1, 1, 1) <= dn) ++y;
+        for (int k = 0; k < 3; ++k) {
+            const auto result = session->format(*rows[k], 11, 0, double(dn));
+            const std::string expected = week_layout(oracle_week(dn, rules[k].rule, y), 11);
+            bool same = result.text.size() == expected.size();
+            for (std::size_t i = 0; same && i < expected.size(); ++i) same = result.text[i] == char32_t(expected[i]);
+            if (!same && ++failures <= 5) ADD_FAILURE() << "day " << dn << ": " << vxhost::to_utf8(result.text) << " vs " << expected;
+        }
+    }
+    EXPECT_EQ(failures, 0);
 }
 
 TEST_F(WeekFormats, DatetimeWeeksAroundMidnightAndBefore1960) {
