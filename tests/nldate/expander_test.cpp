@@ -68,23 +68,16 @@ TEST(Expander, DateDirectives) {
         {U"%d %D %e %E %#e %#d", tuesday, U"05 05  5 5 5 5"},
         {U"%m %N %o %O %#m %#o %?M", tuesday, U"03 03  3 3 3 3 03"},
         {U"%j %#j", tuesday, U"065 65"},
-        {U"%j", day_of(2024, 12, 31), U"366"},
         {U"%y %#y %Y %#Y", day_of(2005, 1, 9), U"05 5 2005 2005"},
         {U"%q|%Q|%#q|%#Q", tuesday, U"Q1|1st quarter|q1|first quarter"},
         {U"%Q", day_of(2024, 12, 1), U"4th quarter"},
-        {U"%u %w", tuesday, U"2 2"},
         {U"%u %w", day_of(2024, 3, 3), U"7 0"},  // a Sunday
-        {U"%u %w", day_of(2024, 3, 9), U"6 6"},  // a Saturday
         {U"[%t%v]", tuesday, U"[]"},
         {U"%%|%?%|%#%", tuesday, U"%|%|%"},
         {U"%9d %0d %#5d %03m", tuesday, U"05 05 5 03"},  // the digit is read and ignored
         {U"%x", tuesday, U"March 5, 2024"},
         {U"<%x>", day_of(1600, 1, 1), U"<January 1, 1600>"},
         {U"%Z", tuesday, U"XST"},
-        // ISO weeks around the turn of 2021: Friday 1 January is in week 53 of 2020.
-        {U"%G %g %V %U %W", day_of(2021, 1, 1), U"2020 20 53 00 00"},
-        {U"%G %V %U %W", day_of(2024, 12, 31), U"2025 01 52 53"},
-        {U"%U %W %V", day_of(2023, 1, 1), U"01 00 52"},  // a Sunday
         // 1582: the nine earliest days carry truncated weekdays; outside 0..6 a name is "**".
         {U"%a|%u|%w", -138061, U"**|**|**"},
         {U"%a|%u", -138059, U"Sun|7"},  // deliberate: the calendar's weekday 1 there
@@ -103,11 +96,8 @@ TEST(Expander, TimeDirectives) {
         std::u32string_view expected;  // "%H %k %I %l %p|%#H %#k %#I %#l"
     } cases[] = {
         {0, U"00 24 12 00 AM|0 24 12 0"},  // midnight: "%k" 24, "%I" 12, "%l" 00
-        {1, U"01 01 01 01 AM|1 1 1 1"},
-        {11, U"11 11 11 11 AM|11 11 11 11"},
         {12, U"12 12 12 12 PM|12 12 12 12"},
         {13, U"13 13 01 01 PM|13 13 1 1"},
-        {23, U"23 23 11 11 PM|23 23 11 11"},
     };
     for (const auto& c : cases) {
         const Result r = run(p, U"%H %k %I %l %p|%#H %#k %#I %#l", tuesday, c.hour, 7, 9);
@@ -319,36 +309,38 @@ TEST(EntryFunctions, Refusals) {
     Properties p = english_like();
     wchar cells[40];
     std::int32_t width = 40;
-    const auto date = [&](std::u32string_view pattern, double day) {
-        width = 40;
-        return nldate::zkfdate(cells, 40, &width, pattern.data(), static_cast<std::int32_t>(pattern.size()),
-                               p.cache(), day);
+    const struct {
+        char kind;  // d: zkfdate, t: zkftime, x: zkfdttm
+        std::u32string_view pattern;
+        double value;
+        std::int32_t expected;
+    } cases[] = {
+        {'d', U"", 0, nldate::expand_no_pattern},
+        {'d', U"%d", 6589336, nldate::expand_out_of_range},
+        {'d', U"%d", -138062, nldate::expand_out_of_range},
+        {'d', U"%d", missing, nldate::expand_out_of_range},
+        {'d', U"%d", -138061, 0},
+        {'d', U"%d", 6589335, 0},
+        {'d', U"%R", 0, nldate::expand_bad_directive},
+        {'t', U"%T", -1, nldate::expand_out_of_range},
+        {'t', U"%T", missing, nldate::expand_out_of_range},
+        {'t', U"", 5, nldate::expand_no_pattern},
+        {'t', U"%T", 0, 0},
+        {'x', U"%T", 569318630400.0, nldate::expand_out_of_range},
+        {'x', U"%T", -11928470401.0, nldate::expand_out_of_range},
+        {'x', U"%T", missing, nldate::expand_out_of_range},
+        {'x', U"%T", 569318630399.0, 0},
     };
-    EXPECT_EQ(date(U"", 0), nldate::expand_no_pattern);
-    EXPECT_EQ(date(U"%d", 6589336), nldate::expand_out_of_range);
-    EXPECT_EQ(date(U"%d", -138062), nldate::expand_out_of_range);
-    EXPECT_EQ(date(U"%d", missing), nldate::expand_out_of_range);
-    EXPECT_EQ(date(U"%d", -138061), 0);
-    EXPECT_EQ(date(U"%d", 6589335), 0);
-    EXPECT_EQ(date(U"%R", 0), nldate::expand_bad_directive);
-
-    const auto time = [&](double t, std::uint32_t decimals = 0) {
+    for (const auto& c : cases) {
         width = 40;
-        return nldate::zkftime(cells, 40, &width, U"%T", 2, decimals, p.cache(), t);
-    };
-    EXPECT_EQ(time(-1), nldate::expand_out_of_range);
-    EXPECT_EQ(time(missing), nldate::expand_out_of_range);
-    EXPECT_EQ(time(0), 0);
-    EXPECT_EQ(nldate::zkftime(cells, 40, &width, U"%T", 0, 0, p.cache(), 5), nldate::expand_no_pattern);
-
-    const auto datetime = [&](double x) {
-        width = 40;
-        return nldate::zkfdttm(cells, 40, &width, U"%T", 2, 0, p.cache(), nullptr, x);
-    };
-    EXPECT_EQ(datetime(569318630400.0), nldate::expand_out_of_range);
-    EXPECT_EQ(datetime(-11928470401.0), nldate::expand_out_of_range);
-    EXPECT_EQ(datetime(missing), nldate::expand_out_of_range);
-    EXPECT_EQ(datetime(569318630399.0), 0);
+        const auto n = static_cast<std::int32_t>(c.pattern.size());
+        const std::int32_t code =
+            c.kind == 'd'   ? nldate::zkfdate(cells, 40, &width, c.pattern.data(), n, p.cache(), c.value)
+            : c.kind == 't' ? nldate::zkftime(cells, 40, &width, c.pattern.data(), n, 0, p.cache(), c.value)
+                            : nldate::zkfdttm(cells, 40, &width, c.pattern.data(), n, 0, p.cache(), nullptr, c.value);
+        EXPECT_EQ(code, c.expected) << c.kind << " " << u8(c.pattern) << " " << c.value;
+    }
+    // Property numbers: none (length 0), or an empty property.
     EXPECT_EQ(nldate::zkfdttm(cells, 40, &width, nullptr, 0, 0, p.cache(), nullptr, 0), nldate::expand_no_pattern);
     EXPECT_EQ(nldate::zkfdttm(cells, 40, &width, nullptr, 58, 0, p.cache(), nullptr, 0), nldate::expand_no_pattern);
 }

@@ -22,6 +22,7 @@
 #include "frame/abi.h"
 #include "locale/property_numbers.h"
 #include "locale/property_table.h"
+#include "text_convert.h"
 
 namespace nldate_test {
 
@@ -34,27 +35,7 @@ inline std::size_t utf8_bytes(std::u32string_view text) {
     return n;
 }
 
-inline std::string to_utf8(std::u32string_view text) {
-    std::string out;
-    for (char32_t c : text) {
-        if (c < 0x80) {
-            out += static_cast<char>(c);
-        } else if (c < 0x800) {
-            out += static_cast<char>(0xC0 | (c >> 6));
-            out += static_cast<char>(0x80 | (c & 0x3F));
-        } else if (c < 0x10000) {
-            out += static_cast<char>(0xE0 | (c >> 12));
-            out += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
-            out += static_cast<char>(0x80 | (c & 0x3F));
-        } else {
-            out += static_cast<char>(0xF0 | (c >> 18));
-            out += static_cast<char>(0x80 | ((c >> 12) & 0x3F));
-            out += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
-            out += static_cast<char>(0x80 | (c & 0x3F));
-        }
-    }
-    return out;
-}
+using vxhost::to_utf8;
 
 class Properties {
 public:

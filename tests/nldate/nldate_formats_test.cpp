@@ -56,33 +56,24 @@ TEST(NldateFormats, CandidatesInOrder) {
         std::int32_t width;
         std::string expected;  // the whole field
     } cases[] = {
-        {vxfmtnldatel, 20, "March 5, 2024       "},
         {vxfmtnldatel, 18, "March 5, 2024     "},
         {vxfmtnldatel, 17, "Mar 5, 2024      "},  // 31 is skipped by its width, not by its text
-        {vxfmtnldatel, 12, "Mar 5, 2024 "},
         {vxfmtnldatel, 11, " 03/05/2024"},         // NLDATES
         {vxfmtnldate, 13, "March 5, 2024"},        // NLDATE expands each candidate: no skipping
         {vxfmtnldate, 12, "Mar 5, 2024 "},
         {vxfmtnldate, 10, "03/05/2024"},
-        {vxfmtnldatew, 29, "Tuesday, March 5, 2024       "},
         {vxfmtnldatew, 22, "Tue, Mar 5, 2024      "},  // 32 needs 29
         {vxfmtnldatew, 12, "TUESDAY     "},            // "%#A", needing 9
         {vxfmtnldatew, 8, "Tu      "},                 // "%#a", needing 2
         {vxfmtnldatemn, 9, "MARCH    "},
         {vxfmtnldatemn, 4, "Mar."},
         {vxfmtnldatemn, 2, " 3"},  // "%o", below the minimum width (limits not checked)
-        {vxfmtnldateym, 16, "March 2024      "},
         {vxfmtnldateyml, 9, "Mar 2024 "},
         {vxfmtnldateyml, 7, "03/2024"},  // NLDATEYMS
-        {vxfmtnldateyq, 16, "1st quarter 2024"},
         {vxfmtnldateyql, 7, "Q1 2024"},
         {vxfmtnldateyql, 6, "2024/1"},  // NLDATEYQS
-        {vxfmtnldateyqm, 6, "2024/1"},
-        {vxfmtnldatemd, 16, "March 5         "},
         {vxfmtnldatemdl, 6, "Mar 5 "},
         {vxfmtnldatemdl, 5, "03/05"},  // "%b %#d" needs 6
-        {vxfmtnldatemdm, 6, "Mar 5 "},
-        {vxfmtnldateyr, 2, "24"},
         {vxfmtnldateyw, 8, "2024-W10"},
         {vxfmtnldateyw, 7, "2410   "},
     };
@@ -121,9 +112,7 @@ TEST(NldateFormats, NumericSiblings) {
         {&en, vxfmtnldates, tuesday, 10, "03/05/2024"},
         {&en, vxfmtnldates, tuesday, 12, "  03/05/2024"},
         {&en, vxfmtnldates, tuesday, 9, " 03/05/24"},  // fewer than 4 cells left for the year
-        {&en, vxfmtnldates, tuesday, 8, "03/05/24"},
         {&en, vxfmtnldates, tuesday, 7, " 030524"},    // separators go first
-        {&en, vxfmtnldates, tuesday, 6, "030524"},
         {&en, vxfmtnldates, tuesday, 5, "03/05"},      // width 5: the third part goes, one separator stays
         {&en, vxfmtnldates, tuesday, 4, "0305"},
         {&en, vxfmtnldates, tuesday, 3, "  3"},        // the month alone is not zero-padded
@@ -133,12 +122,9 @@ TEST(NldateFormats, NumericSiblings) {
         {&en, vxfmtnldates, last_day, 8, "12/31/00"},
         {&de, vxfmtnldates, tuesday, 10, "05.03.2024"},
         {&de, vxfmtnldates, tuesday, 5, "05.03"},
-        {&de, vxfmtnldates, tuesday, 3, "  5"},
         {&en, vxfmtnldateyms, tuesday, 7, "03/2024"},
         {&en, vxfmtnldateyms, tuesday, 6, " 03/24"},
-        {&en, vxfmtnldateyms, tuesday, 4, "0324"},
         {&de, vxfmtnldateyms, tuesday, 7, "03.2024"},
-        {&en, vxfmtnldatemds, tuesday, 5, "03/05"},
         {&de, vxfmtnldatemds, tuesday, 5, "05.03"},
         {&de, vxfmtnldatemds, tuesday, 8, "   05.03"},
         {&en, vxfmtnldateyqs, day_of(2024, 5, 1), 6, "2024/2"},
