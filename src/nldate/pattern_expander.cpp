@@ -524,11 +524,11 @@ std::int32_t zkfdttm(wchar* output, std::int32_t capacity, std::int32_t* width, 
         const auto number = static_cast<std::size_t>(length & 0xFF);
         if (number >= property_count) return expand_no_pattern;
         const std::u32string_view text = property_text(properties, number);
+        if (text.empty()) return expand_no_pattern;  // " %z" alone is no pattern
         std::size_t n = std::copy(text.begin(), text.end(), from_property) - from_property;
         if (length & pattern_with_zone) {
             for (wchar c : std::u32string_view(U" %z")) from_property[n++] = c;
         }
-        if (n == 0) return expand_no_pattern;
         pattern = from_property;
         length = static_cast<std::int32_t>(n);
     }

@@ -343,6 +343,8 @@ TEST(EntryFunctions, Refusals) {
     // Property numbers: none (length 0), or an empty property.
     EXPECT_EQ(nldate::zkfdttm(cells, 40, &width, nullptr, 0, 0, p.cache(), nullptr, 0), nldate::expand_no_pattern);
     EXPECT_EQ(nldate::zkfdttm(cells, 40, &width, nullptr, 58, 0, p.cache(), nullptr, 0), nldate::expand_no_pattern);
+    EXPECT_EQ(nldate::zkfdttm(cells, 40, &width, nullptr, 58 | nldate::pattern_with_zone, 0, p.cache(), nullptr, 0),
+              nldate::expand_no_pattern);
 }
 
 TEST(EntryFunctions, DatetimesAndTimes) {
