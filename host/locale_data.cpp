@@ -26,15 +26,23 @@ namespace vxhost {
 namespace {
 
 struct Locale {
+    std::string_view id;
     std::string_view base;  // empty for root
     std::string_view body;  // its "N TEXT" lines
 };
 
+// Sorted vectors of views into the embedded file: indexing costs one pass and no map nodes.
 struct Data {
-    std::map<std::string, Locale, std::less<>> locales;
-    std::map<std::string, std::string, std::less<>> by_folded_name;  // "de_de" -> "de_DE", "zh_cn" -> "zh_Hans_CN"
+    std::vector<Locale> locales;                                         // by id
+    std::vector<std::pair<std::string, std::string_view>> by_folded_name;  // "de_de" -> "de_DE", "zh_cn" -> "zh_Hans_CN"
     std::vector<std::string> names;
     std::string_view icu_version;
+
+    const Locale* find(std::string_view id) const {
+        const auto it = std::lower_bound(locales.begin(), locales.end(), id,
+                                         [](const Locale& l, std::string_view key) { return l.id < key; });
+        return it != locales.end() && it->id == id ? &*it : nullptr;
+    }
 };
 
 std::string fold(std::string_view name) {
@@ -61,33 +69,48 @@ Data parse() {
         const std::string_view version = first.substr(at + 9);
         data.icu_version = version.substr(0, version.find(' '));
     }
-    Locale* open = nullptr;
-    const char* body_start = nullptr;
-    std::vector<std::pair<std::string_view, std::string_view>> aliases;
-    while (!rest.empty()) {
-        const char* line_start = rest.data();
-        const std::string_view line = next_line(rest);
-        if (line.empty() || line[0] == '#') continue;
-        if (line[0] == '=') {  // "=zh_CN zh_Hans_CN": a second name, resolved once all are read
-            const std::size_t space = line.find(' ');
-            if (space != std::string_view::npos) aliases.emplace_back(line.substr(1, space - 1), line.substr(space + 1));
-            continue;
+    // A locale opens at a line that starts with '@'; memchr finds them without walking every line
+    // ('@' is rare inside values, and then not at a line start).
+    const char* p = rest.data();
+    const char* const end = rest.data() + rest.size();
+    while (p < end) {
+        const char* at = static_cast<const char*>(std::memchr(p, '@', static_cast<std::size_t>(end - p)));
+        if (!at) break;
+        p = at + 1;
+        if (at[-1] != '\n') continue;  // the first line is a comment, so at[-1] exists
+        const char* eol = static_cast<const char*>(std::memchr(at, '\n', static_cast<std::size_t>(end - at)));
+        if (!eol) eol = end;
+        if (!data.locales.empty()) {
+            std::string_view& body = data.locales.back().body;
+            body = {body.data(), static_cast<std::size_t>(at - body.data())};
         }
-        if (line[0] != '@') continue;
-        if (open) open->body = std::string_view(body_start, static_cast<std::size_t>(line_start - body_start));
-        const std::string_view header = line.substr(1);
+        const std::string_view header(at + 1, static_cast<std::size_t>(eol - at - 1));
         const std::size_t space = header.find(' ');
-        const std::string id(header.substr(0, space));
-        open = &data.locales[id];
-        open->base = space == std::string_view::npos ? std::string_view() : header.substr(space + 1);
-        body_start = rest.data();
-        data.by_folded_name.emplace(fold(id), id);
-        data.names.push_back(id);
+        p = eol < end ? eol + 1 : end;
+        data.locales.push_back({header.substr(0, space),
+                                space == std::string_view::npos ? std::string_view() : header.substr(space + 1),
+                                std::string_view(p, 0)});
     }
-    if (open) open->body = std::string_view(body_start, static_cast<std::size_t>(rest.data() - body_start));
-    for (const auto& [alias, id] : aliases)
-        if (data.locales.count(id)) data.by_folded_name.emplace(fold(alias), std::string(id));
-    std::sort(data.names.begin(), data.names.end());
+    if (!data.locales.empty()) {
+        std::string_view& body = data.locales.back().body;
+        body = {body.data(), static_cast<std::size_t>(end - body.data())};
+    }
+    // The last locale's lines run on into the "=ALIAS ID" lines; apply() passes them by.
+    std::string_view tail = data.locales.empty() ? std::string_view() : data.locales.back().body;
+    std::sort(data.locales.begin(), data.locales.end(), [](const Locale& a, const Locale& b) { return a.id < b.id; });
+    for (const Locale& l : data.locales) {
+        data.names.emplace_back(l.id);
+        data.by_folded_name.emplace_back(fold(l.id), l.id);
+    }
+    // "=zh_CN zh_Hans_CN": a second name.
+    while (!tail.empty()) {
+        const std::string_view line = next_line(tail);
+        const std::size_t space = line.find(' ');
+        if (line.empty() || line[0] != '=' || space == std::string_view::npos) continue;
+        if (const Locale* target = data.find(line.substr(space + 1)))
+            data.by_folded_name.emplace_back(fold(line.substr(1, space - 1)), target->id);
+    }
+    std::sort(data.by_folded_name.begin(), data.by_folded_name.end());
     return data;
 }
 
@@ -99,7 +122,7 @@ const Data& data() {
 // Applies a locale's lines over what its bases gave; root is applied first.
 void apply(const Data& d, const Locale& locale, std::string_view (&values)[locale_string_count], int depth) {
     if (!locale.base.empty() && depth < 16) {  // 16: far deeper than any id has parts
-        if (auto it = d.locales.find(locale.base); it != d.locales.end()) apply(d, it->second, values, depth + 1);
+        if (const Locale* base = d.find(locale.base)) apply(d, *base, values, depth + 1);
     }
     std::string_view rest = locale.body;
     while (!rest.empty()) {
@@ -130,8 +153,10 @@ const std::vector<std::string>& locale_names() { return data().names; }
 
 std::string canonical_locale(std::string_view name) {
     const auto& names = data().by_folded_name;
-    const auto it = names.find(fold(name));
-    return it == names.end() ? std::string() : it->second;
+    const std::string folded = fold(name);
+    const auto it = std::lower_bound(names.begin(), names.end(), folded,
+                                     [](const auto& entry, const std::string& key) { return entry.first < key; });
+    return it != names.end() && it->first == folded ? std::string(it->second) : std::string();
 }
 
 const unsigned char* locale_block(std::string_view canonical_id) {
@@ -140,9 +165,9 @@ const unsigned char* locale_block(std::string_view canonical_id) {
     const Data& d = data();
     std::lock_guard lock(mutex);
     if (auto it = blocks.find(canonical_id); it != blocks.end()) return it->second.get();
-    const auto locale = d.locales.find(canonical_id);
-    if (locale == d.locales.end()) return nullptr;
-    return blocks.emplace(std::string(canonical_id), build_block(d, locale->second)).first->second.get();
+    const Locale* locale = d.find(canonical_id);
+    if (!locale) return nullptr;
+    return blocks.emplace(std::string(canonical_id), build_block(d, *locale)).first->second.get();
 }
 
 std::string_view locale_data_icu_version() { return data().icu_version; }
