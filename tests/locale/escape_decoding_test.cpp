@@ -96,8 +96,9 @@ TEST(EscapeDecoding, ValueNeverPassesItsCells) {
     EXPECT_EQ(utf8(value.substr(0, 12)), "aaaa&#19968;");
     EXPECT_EQ(utf8(value.substr(148)), "&#19968;&#19");  // the 20th reference, cut at the wall
     EXPECT_EQ(t.cache().properties[prop::locale_number_key].value[160], 0u);
-    EXPECT_EQ(t.cache().properties[prop::locale_number_key].conventions,
-              &t.cache().conventions[2]);  // the pointer after the value was not overwritten
+    // The pointer after the value was not overwritten (read by value: the record is packed).
+    const vxlocfmt::NumberConventions* const after = t.cache().properties[prop::locale_number_key].conventions;
+    EXPECT_EQ(after, &t.cache().conventions[2]);
 }
 
 TEST(EscapeDecoding, ByteCountsBeyondTheValue) {
