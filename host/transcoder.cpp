@@ -58,9 +58,26 @@ std::uint32_t wide_to_utf8(const char32_t* text, std::size_t count, unsigned cha
             *produced = used;
             return does_not_fit;
         }
-        std::string bytes;
-        append_utf8(bytes, c);
-        std::memcpy(dest + used, bytes.data(), bytes.size());
+        // Straight into the destination: this runs for every byte-mode call, twice.
+        unsigned char* o = dest + used;
+        switch (size) {
+        case 1: o[0] = static_cast<unsigned char>(c); break;
+        case 2:
+            o[0] = static_cast<unsigned char>(0xC0 | (c >> 6));
+            o[1] = static_cast<unsigned char>(0x80 | (c & 0x3F));
+            break;
+        case 3:
+            o[0] = static_cast<unsigned char>(0xE0 | (c >> 12));
+            o[1] = static_cast<unsigned char>(0x80 | ((c >> 6) & 0x3F));
+            o[2] = static_cast<unsigned char>(0x80 | (c & 0x3F));
+            break;
+        default:
+            o[0] = static_cast<unsigned char>(0xF0 | (c >> 18));
+            o[1] = static_cast<unsigned char>(0x80 | ((c >> 12) & 0x3F));
+            o[2] = static_cast<unsigned char>(0x80 | ((c >> 6) & 0x3F));
+            o[3] = static_cast<unsigned char>(0x80 | (c & 0x3F));
+            break;
+        }
         used += size;
     }
     *produced = used;
