@@ -30,7 +30,7 @@ status fill_nlfmt_properties(FmtCall& call, const Instance& instance) {
 
     const unsigned char* data = nullptr;
     if (status fetched = kernel::locale_data(call.number_format, &data)) return fetched;
-    if (!data) return st::no_memory;
+    if (!data) return st::no_memory;  // a kernel that answers 0 with no block: nothing to build from
 
     for (std::size_t n = 0; n < property_count; ++n) {
         const unsigned char* raw = data + block_strings_offset + n * block_string_stride;
