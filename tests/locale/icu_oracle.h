@@ -52,12 +52,6 @@ inline std::u32string wide(const icu::UnicodeString& s) {
     return out;
 }
 
-inline icu::UnicodeString icu_text(std::u32string_view s) {
-    icu::UnicodeString out;
-    for (char32_t c : s) out.append(static_cast<UChar32>(c));
-    return out;
-}
-
 inline std::string ascii_of(std::u32string_view s) { return std::string(s.begin(), s.end()); }
 
 // The calendars whose years the patterns can show; the data of any other comes from Gregorian.

@@ -26,6 +26,7 @@
 #include "locale_data.h"
 #include "locale_object.h"
 #include "pool.h"
+#include "text_convert.h"
 #include "transcoder.h"
 
 namespace locale_test {
@@ -160,28 +161,6 @@ private:
     status code_ = 0;
 };
 
-inline std::string utf8(std::u32string_view text) {
-    std::string out;
-    for (char32_t c : text) {
-        if (c < 0x80) {
-            out += static_cast<char>(c);
-        } else if (c < 0x800) {
-            out += static_cast<char>(0xC0 | (c >> 6));
-            out += static_cast<char>(0x80 | (c & 0x3F));
-        } else if (c < 0x10000) {
-            out += static_cast<char>(0xE0 | (c >> 12));
-            out += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
-            out += static_cast<char>(0x80 | (c & 0x3F));
-        } else {
-            out += static_cast<char>(0xF0 | (c >> 18));
-            out += static_cast<char>(0x80 | ((c >> 12) & 0x3F));
-            out += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
-            out += static_cast<char>(0x80 | (c & 0x3F));
-        }
-    }
-    return out;
-}
-
-inline std::u32string widen(std::string_view ascii) { return {ascii.begin(), ascii.end()}; }
+inline std::string utf8(std::u32string_view text) { return vxhost::to_utf8(text); }
 
 }  // namespace locale_test

@@ -29,68 +29,36 @@ Block monetary_and_numeric() {
 
 TEST(NumberConventions, FieldsFromTheirProperties) {
     const Table t(monetary_and_numeric(), "UTF-8");
-    const auto& local = t.conventions(prop::local_currency_key);
-    EXPECT_EQ(utf8(field(local.currency_symbol, 51)), "Fr.");
-    EXPECT_EQ(utf8(field(local.decimal_point, 2)), ",");
-    EXPECT_EQ(utf8(field(local.thousands_sep, 2)), "\u2019");
-    // "3;2": each character minus '0', so ';' is 11; ended by a 0.
-    EXPECT_EQ(local.grouping[0], 3);
-    EXPECT_EQ(local.grouping[1], 11);
-    EXPECT_EQ(local.grouping[2], 2);
-    EXPECT_EQ(local.grouping[3], 0);
-    EXPECT_EQ(utf8(field(local.positive_sign, 2)), "+");
-    EXPECT_EQ(utf8(field(local.negative_sign, 2)), "\u2212");
-    EXPECT_EQ(local.frac_digits, 12);  // local digits: 163
-    // 164, 165, 168, 166, 167, 169 into p_cs, p_sep, p_sign, n_cs, n_sep, n_sign.
-    EXPECT_EQ(local.p_cs_precedes, 1);
-    EXPECT_EQ(local.p_sep_by_space, 2);
-    EXPECT_EQ(local.p_sign_posn, 5);
-    EXPECT_EQ(local.n_cs_precedes, 3);
-    EXPECT_EQ(local.n_sep_by_space, 4);
-    EXPECT_EQ(local.n_sign_posn, 6);
-
-    const auto& international = t.conventions(prop::international_currency_key);
-    EXPECT_EQ(utf8(field(international.currency_symbol, 51)), "CHF");
-    EXPECT_EQ(international.frac_digits, 4);  // 162
-    EXPECT_EQ(international.n_sign_posn, 6);
-
-    const auto& numbers = t.conventions(prop::locale_number_key);
-    EXPECT_EQ(utf8(field(numbers.currency_symbol, 51)), "");
-    EXPECT_EQ(utf8(field(numbers.decimal_point, 2)), "\u066B");
-    EXPECT_EQ(utf8(field(numbers.thousands_sep, 2)), "\u066C");
-    EXPECT_EQ(utf8(field(numbers.negative_sign, 2)), "\u200E-");  // two characters fill the field
-    EXPECT_EQ(utf8(field(numbers.positive_sign, 2)), "p");
-    EXPECT_EQ(numbers.frac_digits, 0);
-    // 177, 178, 181, 179, 180, 182; "10" is 10, parsed digit by digit.
-    EXPECT_EQ(numbers.p_cs_precedes, 7);
-    EXPECT_EQ(numbers.p_sep_by_space, 8);
-    EXPECT_EQ(numbers.p_sign_posn, 11);
-    EXPECT_EQ(numbers.n_cs_precedes, 9);
-    EXPECT_EQ(numbers.n_sep_by_space, 10);
-    EXPECT_EQ(numbers.n_sign_posn, 12);
-
-    const auto& fixed = t.conventions(prop::fixed_number_key);
-    EXPECT_EQ(utf8(field(fixed.decimal_point, 2)), ".");
-    EXPECT_EQ(utf8(field(fixed.thousands_sep, 2)), ",");
-    EXPECT_EQ(fixed.grouping[0], 3);
-    EXPECT_EQ(fixed.grouping[1], 0);
-    EXPECT_EQ(fixed.n_sign_posn, 12);  // the locale's signs and positions
-
-    for (std::size_t key : {prop::locale_percent_key, prop::fixed_percent_key}) {
-        const auto& percent = t.conventions(key);
-        EXPECT_EQ(utf8(field(percent.currency_symbol, 51)), "%");
-        EXPECT_EQ(utf8(field(percent.negative_sign, 2)), "\u200E-");
-        const int positions[6] = {percent.p_cs_precedes, percent.p_sep_by_space, percent.p_sign_posn,
-                                  percent.n_cs_precedes, percent.n_sep_by_space, percent.n_sign_posn};
-        const int fixed_positions[6] = {0, 0, 1, 0, 0, 1};
-        for (int i = 0; i < 6; ++i) EXPECT_EQ(positions[i], fixed_positions[i]) << key << " field " << i;
-    }
-    EXPECT_EQ(utf8(field(t.conventions(prop::locale_percent_key).decimal_point, 2)), "\u066B");
-    EXPECT_EQ(utf8(field(t.conventions(prop::fixed_percent_key).decimal_point, 2)), ".");
-
-    for (std::size_t i = 0; i < 6; ++i) {
-        const vxlocfmt::NumberConventions* const hung = t.cache().properties[vxlocfmt::locale::NumIndex[i]].conventions;
-        EXPECT_EQ(hung, &t.cache().conventions[i]);  // read by value: the record is packed
+    const struct {
+        std::size_t key;
+        const char *symbol, *point, *separator, *positive, *negative;
+        std::int32_t grouping[4], frac_digits;
+        int positions[6];  // p_cs_precedes, p_sep_by_space, p_sign_posn, n_cs_precedes, n_sep_by_space, n_sign_posn
+    } records[] = {
+        // 164, 165, 168, 166, 167, 169 in record order; local fraction digits from 163; "3;2" is
+        // each character minus '0', so ';' is 11.
+        {170, "Fr.", ",", "\u2019", "+", "\u2212", {3, 11, 2, 0}, 12, {1, 2, 5, 3, 4, 6}},
+        {171, "CHF", ",", "\u2019", "+", "\u2212", {3, 11, 2, 0}, 4, {1, 2, 5, 3, 4, 6}},
+        // 177, 178, 181, 179, 180, 182; "10" parsed digit by digit; two characters fill a sign.
+        {183, "", "\u066B", "\u066C", "p", "\u200E-", {3, 0}, 0, {7, 8, 11, 9, 10, 12}},
+        {184, "", ".", ",", "p", "\u200E-", {3, 0}, 0, {7, 8, 11, 9, 10, 12}},
+        {185, "%", "\u066B", "\u066C", "p", "\u200E-", {3, 0}, 0, {0, 0, 1, 0, 0, 1}},
+        {186, "%", ".", ",", "p", "\u200E-", {3, 0}, 0, {0, 0, 1, 0, 0, 1}},
+    };
+    for (std::size_t i = 0; i < std::size(records); ++i) {
+        const auto& r = records[i];
+        const vxlocfmt::NumberConventions& c = t.conventions(r.key);
+        EXPECT_EQ(&c, &t.cache().conventions[i]) << "records in the order of NumIndex";
+        EXPECT_EQ(utf8(field(c.currency_symbol, 51)), r.symbol) << r.key;
+        EXPECT_EQ(utf8(field(c.decimal_point, 2)), r.point) << r.key;
+        EXPECT_EQ(utf8(field(c.thousands_sep, 2)), r.separator) << r.key;
+        EXPECT_EQ(utf8(field(c.positive_sign, 2)), r.positive) << r.key;
+        EXPECT_EQ(utf8(field(c.negative_sign, 2)), r.negative) << r.key;
+        for (int g = 0; g < 4; ++g) EXPECT_EQ(c.grouping[g], r.grouping[g]) << r.key << " group " << g;
+        EXPECT_EQ(c.frac_digits, r.frac_digits) << r.key;
+        const int positions[6] = {c.p_cs_precedes, c.p_sep_by_space, c.p_sign_posn,
+                                  c.n_cs_precedes, c.n_sep_by_space, c.n_sign_posn};
+        for (int f = 0; f < 6; ++f) EXPECT_EQ(positions[f], r.positions[f]) << r.key << " position " << f;
     }
 }
 
