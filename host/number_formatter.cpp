@@ -30,8 +30,28 @@ bool is_decimal_tie(double value, int decimals) {
     return e + decimals + 1 == 0;
 }
 
+// No decimals and below 2^53 (the clock formats' seconds, on every call): std::round is half
+// away from zero on the exact value, which is what the tie nudge and "%.0f" give below, and
+// costs no printf. "-0" cannot come out: a result of zero is written without its sign.
+int whole_text(double value, char* out) {
+    const double r = std::round(value);
+    auto magnitude = static_cast<std::uint64_t>(std::fabs(r));
+    char digits[20];
+    int n = 0;
+    do {
+        digits[n++] = static_cast<char>('0' + magnitude % 10);
+        magnitude /= 10;
+    } while (magnitude != 0);
+    int length = 0;
+    if (r < 0) out[length++] = '-';
+    while (n > 0) out[length++] = digits[--n];
+    out[length] = '\0';
+    return length;
+}
+
 // Fixed-point text of value with `decimals` digits after the point, half away from zero.
 int fixed_text(double value, int decimals, char* out, std::size_t size) {
+    if (decimals == 0 && std::fabs(value) < 9007199254740992.0) return whole_text(value, out);
     if (is_decimal_tie(value, decimals))
         value = std::nextafter(value, std::copysign(std::numeric_limits<double>::infinity(), value));
     int n = std::snprintf(out, size, "%.*f", decimals, value);
