@@ -3,7 +3,8 @@
  * locale fixed at compile time and the names copied from arrays filled once. They show how
  * fast a row could possibly be: days to civil date, a few digits, a name copy, blanks to the
  * width. Each writes the same cells as our format (checked at start-up by bench_formats) into a
- * field of `width` cells and answers the text's length.
+ * field of `width` cells and answers the text's length. Unlike a format, a floor may write up to
+ * 16 cells past its text (block copies without a branch on the length): give it 64 cells of slack.
  *
  *   vxbench::FloorNames names = ...;                       // from ICU, once
  *   int n = vxbench::floor_long<vxbench::Layout::de>(23000, out, 20, names);   // "21. Dezember 2022"
@@ -35,19 +36,27 @@ struct FloorNames {
 
 namespace floor_detail {
 
+// Names are copied 16 cells at a time whatever their length (the arrays have room), so that the
+// copy has no branch on the length; the cells past the name are overwritten or lie past the text.
+inline constexpr std::uint32_t name_block = 16;
+inline constexpr char32_t blank_block[name_block] = {U' ', U' ', U' ', U' ', U' ', U' ', U' ', U' ',
+                                                     U' ', U' ', U' ', U' ', U' ', U' ', U' ', U' '};
 inline char32_t* name(char32_t* o, const Name& n) {
-    std::memcpy(o, n.text, n.length * sizeof(char32_t));
+    std::memcpy(o, n.text, name_block * sizeof(char32_t));
+    if (n.length > name_block) [[unlikely]]
+        std::memcpy(o + name_block, n.text + name_block, (n.length - name_block) * sizeof(char32_t));
     return o + n.length;
 }
 inline char32_t* lit(char32_t* o, char32_t c) {
     *o++ = c;
     return o;
 }
-// One or two digits, no padding.
+// One or two digits, no padding, without a branch.
 inline char32_t* digits(char32_t* o, unsigned v) {
-    if (v >= 10) *o++ = U'0' + v / 10;
-    *o++ = U'0' + v % 10;
-    return o;
+    const bool two_digits = v >= 10;
+    o[0] = two_digits ? U'0' + v / 10 : U'0' + v;
+    o[1] = U'0' + v % 10;
+    return o + 1 + two_digits;
 }
 inline char32_t* two(char32_t* o, unsigned v) {
     o[0] = U'0' + v / 10;
@@ -61,11 +70,15 @@ inline char32_t* four(char32_t* o, unsigned v) {
     o[3] = U'0' + v % 10;
     return o + 4;
 }
-// Blanks from the text's end to the width; answers the text's length.
-inline int finish(char32_t* start, char32_t* end, int width) {
-    const auto n = static_cast<int>(end - start);
-    for (int i = n; i < width; ++i) start[i] = U' ';
-    return n;
+// The field's blanks, before the text is written over them: the same count on every call.
+inline void blanks(char32_t* out, int width) {
+    for (int i = 0; i < width; ++i) out[i] = U' ';
+}
+// The cells just past the text, which the block copies and the branch-free digits may have
+// written, are blanked again; answers the text's length.
+inline int finish(char32_t* start, char32_t* end) {
+    std::memcpy(end, blank_block, sizeof blank_block);
+    return static_cast<int>(end - start);
 }
 inline Civil civil(double day_number) { return civil_from_days(static_cast<std::int64_t>(day_number) + epoch_1960); }
 // 0 Sunday .. 6 Saturday; 1970-01-01 was a Thursday.
@@ -132,7 +145,8 @@ char32_t* long_date(char32_t* o, const Civil& c, const FloorNames& names) {
 template <Layout L>
 int floor_long(double day_number, char32_t* out, int width, const FloorNames& names) {
     using namespace floor_detail;
-    return finish(out, long_date<L>(out, civil(day_number), names), width);
+    blanks(out, width);
+    return finish(out, long_date<L>(out, civil(day_number), names));
 }
 
 // NLDATEW: the full date, weekday first ("Wednesday, December 21, 2022"), last in Japanese.
@@ -142,6 +156,7 @@ int floor_full(double day_number, char32_t* out, int width, const FloorNames& na
     const auto day = static_cast<std::int64_t>(day_number) + epoch_1960;
     const Name& wd = names.weekday[weekday(day)];
     const Civil c = civil_from_days(day);
+    blanks(out, width);
     char32_t* o = out;
     if constexpr (L == Layout::ja) {
         o = name(long_date<L>(o, c, names), wd);
@@ -151,7 +166,7 @@ int floor_full(double day_number, char32_t* out, int width, const FloorNames& na
         o = lit(o, U' ');
         o = long_date<L>(o, c, names);
     }
-    return finish(out, o, width);
+    return finish(out, o);
 }
 
 // NLDATES: "12/21/2022", "21.12.2022", "2022/12/21".
@@ -160,6 +175,7 @@ int floor_numeric(double day_number, char32_t* out, int width, const FloorNames&
     using namespace floor_detail;
     const Civil c = civil(day_number);
     const auto y = static_cast<unsigned>(c.year);
+    blanks(out, width);
     char32_t* o = out;
     if constexpr (L == Layout::en) {
         o = lit(two(o, c.month), U'/');
@@ -174,18 +190,19 @@ int floor_numeric(double day_number, char32_t* out, int width, const FloorNames&
         o = lit(two(o, c.month), U'/');
         o = two(o, c.day);
     }
-    return finish(out, o, width);
+    return finish(out, o);
 }
 
 // WEEKV at width 11: "2022-W51-03" (ISO year, week, weekday 01 Monday .. 07 Sunday).
 inline int floor_iso_week(double day_number, char32_t* out, int width, const FloorNames&) {
     using namespace floor_detail;
     const IsoWeek w = iso_week(static_cast<std::int64_t>(day_number) + epoch_1960);
+    blanks(out, width);
     char32_t* o = four(out, w.year);
     o = lit(lit(o, U'-'), U'W');
     o = lit(two(o, w.week), U'-');
     o = two(o, w.weekday);
-    return finish(out, o, width);
+    return finish(out, o);
 }
 
 // DTWEEKV at width 18: "2022W5201:06:12:01".
@@ -193,18 +210,20 @@ inline int floor_dt_week(double datetime, char32_t* out, int width, const FloorN
     using namespace floor_detail;
     const Clock k = clock(datetime);
     const IsoWeek w = iso_week(k.day + epoch_1960);
+    blanks(out, width);
     char32_t* o = lit(four(out, w.year), U'W');
     o = two(two(o, w.week), w.weekday);
     o = lit(two(lit(o, U':'), k.hour), U':');
     o = lit(two(o, k.minute), U':');
     o = two(o, k.second);
-    return finish(out, o, width);
+    return finish(out, o);
 }
 
 // NLSTRMON: the stand-alone month name, left in the field.
 inline int floor_month_name(double month, char32_t* out, int width, const FloorNames& names) {
     using namespace floor_detail;
-    return finish(out, name(out, names.month_standalone[static_cast<unsigned>(month) - 1]), width);
+    blanks(out, width);
+    return finish(out, name(out, names.month_standalone[static_cast<unsigned>(month) - 1]));
 }
 
 // TIME at width 8: " 6:12:01", right-aligned.
@@ -249,6 +268,7 @@ int floor_medium_datetime(double datetime, char32_t* out, int width, const Floor
     const Clock k = clock(datetime);
     const Civil c = civil_from_days(k.day + epoch_1960);
     const auto y = static_cast<unsigned>(c.year);
+    blanks(out, width);
     char32_t* o = out;
     if constexpr (L == Layout::en) {
         o = lit(name(o, names.month_abbrev[c.month - 1]), U' ');
@@ -263,14 +283,15 @@ int floor_medium_datetime(double datetime, char32_t* out, int width, const Floor
         o = lit(two(o, c.month), U'/');
         o = lit(two(o, c.day), U' ');
     }
-    return finish(out, medium_time<L>(o, k, names), width);
+    return finish(out, medium_time<L>(o, k, names));
 }
 
 // NLTIME's peer text, the medium time.
 template <Layout L>
 int floor_medium_time(double seconds, char32_t* out, int width, const FloorNames& names) {
     using namespace floor_detail;
-    return finish(out, medium_time<L>(out, clock(seconds), names), width);
+    blanks(out, width);
+    return finish(out, medium_time<L>(out, clock(seconds), names));
 }
 
 // Base64, the textbook loop: three bytes to four characters through the alphabet, and back
