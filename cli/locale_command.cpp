@@ -87,10 +87,11 @@ int locale_command(const Arguments& args) {
     options.encoding = args.encoding;
     vxhost::Session session(library, options);
 
-    // The library's own builder, on the session's warm call record, as a first NL call would.
+    // The first NL call on the session's warm call record builds the table, as in any session.
+    const vxlocfmt::FuncInfo* row = library.find(U"NLSTRMON");
+    const vxlocfmt::status code = row ? session.format(*row, 20, 0, 1).code : vxlocfmt::st::not_implemented;
     vxlocfmt::FmtCall& call = session.call();
-    const vxlocfmt::status code = vxlocfmt::locale::fill_nlfmt_properties(call, *library.instance());
-    if (code != vxlocfmt::st::ok) {
+    if (code != vxlocfmt::st::ok || !call.property_cache) {
         std::fprintf(stderr, "vxlocfmt: the property table of %s was not built: 0x%08x\n", name.c_str(), code);
         return 1;
     }

@@ -22,7 +22,8 @@ Session::Session(const Library& library, const SessionOptions& options) : Sessio
 Session::Session(vxlocfmt::Instance* instance, const SessionOptions& options) : options_(options) {
     locale_ = LocaleObject::create(options.locale);
     if (!locale_) throw std::invalid_argument("unknown locale " + options.locale);
-    transcoder_ = Transcoder::to_session(options.encoding.empty() ? "UTF-8" : options.encoding);
+    // A wide session counts widths in characters; a byte session in its encoding's bytes.
+    transcoder_ = options.encoding.empty() ? Transcoder::wide_session() : Transcoder::to_session(options.encoding);
     if (!transcoder_) {
         locale_->release();
         throw std::invalid_argument("unknown encoding " + options.encoding);

@@ -102,7 +102,28 @@ std::uint32_t wide_to_latin1(const char32_t* text, std::size_t count, unsigned c
     return 0;
 }
 
+// A wide session: one unit a character (its low byte, for whoever looks), every scalar held.
+std::uint32_t wide_units(const char32_t* text, std::size_t count, unsigned char* dest, std::int32_t capacity,
+                         std::int32_t* produced) {
+    std::int32_t used = 0;
+    for (std::size_t i = 0; i < count; ++i) {
+        if (text[i] > 0x10FFFF) {
+            *produced = used;
+            return status_unmappable;
+        }
+        if (used == capacity) {
+            *produced = used;
+            return does_not_fit;
+        }
+        dest[used++] = static_cast<unsigned char>(text[i]);
+    }
+    *produced = used;
+    return 0;
+}
+
 }  // namespace
+
+Transcoder* Transcoder::wide_session() { return new Transcoder(Kind::wide_session, "wide", nullptr); }
 
 Transcoder::Transcoder(Kind kind, std::string encoding, UConverter* converter)
     : kind_(kind), encoding_(std::move(encoding)), converter_(converter) {
@@ -160,6 +181,7 @@ std::uint32_t Transcoder::convert(const void* source, std::int32_t length, void*
     case Kind::wide_to_utf8: return wide_to_utf8(wide, wide_count, out, capacity, produced);
     case Kind::wide_to_latin1: return wide_to_latin1(wide, wide_count, out, capacity, produced);
     case Kind::wide_to_icu: return from_wide_icu(wide, wide_count, out, capacity, produced);
+    case Kind::wide_session: return wide_units(wide, wide_count, out, capacity, produced);
     }
     return status_bad_source;
 }

@@ -25,12 +25,15 @@ inline constexpr std::uint32_t status_bad_source = 0x803fe809u;
 
 class Transcoder : public KernelObject<8> {
 public:
-    enum class Kind { locale_to_wide, utf8_to_wide, wide_to_utf8, wide_to_latin1, wide_to_icu };
+    enum class Kind { locale_to_wide, utf8_to_wide, wide_to_utf8, wide_to_latin1, wide_to_icu, wide_session };
 
     // The kernel factory: (from, to) encoding ids; null for a pair the host does not convert.
     static Transcoder* create(std::uint32_t from, std::uint32_t to);
     // Wide text to a session encoding by any name ICU knows; null when the name is unknown.
     static Transcoder* to_session(std::string_view encoding);
+    // The session transcoder of a wide session: it holds every character and counts one unit
+    // for each, so display widths are counted in characters.
+    static Transcoder* wide_session();
     // The canonical name of an encoding, or empty when ICU does not know it.
     static std::string canonical_name(std::string_view encoding);
 
