@@ -521,8 +521,9 @@ public:
             if (units == units_per_iteration.end()) continue;
             const double seconds = run.cpu_accumulated_time / static_cast<double>(run.iterations);
             samples_[name].push_back(seconds / units->second);
-            std::fprintf(stderr, "  %-36s %10.2f %s\n", name.c_str(), figure(name, seconds / units->second),
-                         is_bytes(name) ? "MB/s" : "ns/value");
+            if (!bench_.options.short_run)
+                std::fprintf(stderr, "  %-36s %10.2f %s\n", name.c_str(), figure(name, seconds / units->second),
+                             is_bytes(name) ? "MB/s" : "ns/value");
         }
     }
 
@@ -575,7 +576,7 @@ private:
                     "peer's text equals ours (floor: exactly, ICU for rows not built).\n",
                     bench_.values.days.size());
         if (!bench_.strftime_note.empty()) std::printf("%s\n", bench_.strftime_note.c_str());
-        std::printf("\n%-10s %-6s %8s %8s %9s %9s %7s %8s %8s %8s  %s\n", "operation", "locale", "us", "us_b", "ICU",
+        std::printf("\n%-11s %-6s %8s %8s %9s %9s %7s %8s %8s %8s  %s\n", "operation", "locale", "us", "us_b", "ICU",
                     "strftime", "floor", "ICU/us", "strf/us", "floor/us", "same ICU/strf/floor/_b");
         for (std::size_t r = 0; r < std::size(rows); ++r) {
             for (const LocaleState& ls : bench_.locales) {
@@ -587,7 +588,7 @@ private:
                                          percent(rs.floor_same, rs.sampled) + "/" +
                                          percent(rs.bytes_same, rs.built && rs.row && rs.row->byte_function ? rs.sampled : 0);
                 const std::string spec = std::string(rs.spec->name) + std::to_string(rs.spec->width) + ".";
-                std::printf("%-10s %-6s %8s %8s %9s %9s %7s %8s %8s %8s  %s\n", spec.c_str(), ls.spec->name,
+                std::printf("%-11s %-6s %8s %8s %9s %9s %7s %8s %8s %8s  %s\n", spec.c_str(), ls.spec->name,
                             cell(prefix + "us", absent).c_str(), cell(prefix + "us_b", rs.built ? "-" : "").c_str(),
                             cell(prefix + "icu").c_str(), cell(prefix + "strftime").c_str(), cell(prefix + "floor").c_str(),
                             ratio_cell(prefix, "icu").c_str(), ratio_cell(prefix, "strftime").c_str(),

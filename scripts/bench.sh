@@ -48,7 +48,7 @@ done
 # ---- Our formats and their peers ---------------------------------------------------------------
 echo "== bench_formats"
 if ((short)); then
-  "$bin"/bench_formats --short 2>/dev/null
+  "$bin"/bench_formats --short
 else
   "$bin"/bench_formats --benchmark_out="$dir/bench_formats.json" --benchmark_out_format=json
 fi
