@@ -9,14 +9,8 @@
 #include <string>
 #include <vector>
 
-#include "extension_context.h"
-#include "frame/instance.h"
-#include "frame/kernel.h"
-#include "frame/registry.h"
-#include "harness.h"
-#include "kernel_handle.h"
-#include "library.h"
-#include "session.h"
+#include "world.h"
+
 
 namespace {
 
@@ -43,33 +37,8 @@ const double interesting[] = {
     86399.9999, 3599.9999, 59.9999999, 43200, 360000,
 };
 
-struct World {
-    vxhost::ExtensionContext context;
-    Instance* instance = nullptr;
-    std::vector<std::unique_ptr<vxhost::Session>> wide;
-    std::vector<std::unique_ptr<vxhost::Session>> bytes;
-    std::vector<const FuncInfo*> formats;
-
-    World() {
-        Exported_VXHandle = vxhost::kernel_handle();
-        instance = static_cast<Instance*>(vxlocfmt_entry(&context, nullptr));
-        if (!instance) vxfuzz::fail("no instance");
-        vxhost::adopt_instance(instance);
-        std::size_t i = 0;
-        for (const char* locale : locales) {
-            vxhost::SessionOptions options;
-            options.locale = locale;
-            wide.push_back(std::make_unique<vxhost::Session>(instance, options));
-            options.encoding = encodings[i++ % std::size(encodings)];
-            bytes.push_back(std::make_unique<vxhost::Session>(instance, options));
-        }
-        for (const FuncInfo* row = registry::table(); row->function; ++row)
-            if (row->kind == row_kind_format) formats.push_back(row);
-    }
-};
-
-World& world() {
-    static World w;
+vxfuzz::World& world() {
+    static vxfuzz::World w(locales, encodings);
     return w;
 }
 
@@ -80,7 +49,7 @@ bool allowed_status(status s) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    World& w = world();
+    vxfuzz::World& w = world();
     FuzzInput in(data, size);
     const FuncInfo& row = *w.formats[in.pick(static_cast<std::uint32_t>(w.formats.size()))];
     const std::uint32_t value_choice = in.pick(64);

@@ -7,14 +7,8 @@
 #include <memory>
 #include <vector>
 
-#include "extension_context.h"
-#include "frame/instance.h"
-#include "frame/kernel.h"
-#include "frame/registry.h"
-#include "harness.h"
-#include "kernel_handle.h"
-#include "library.h"
-#include "session.h"
+#include "world.h"
+
 
 namespace {
 
@@ -24,28 +18,8 @@ using vxfuzz::FuzzInput;
 constexpr const char* locales[] = {"en_US", "de_DE", "fr_FR", "ja_JP", "ar_EG", "hi_IN", "zh_Hans_CN", "ru_RU"};
 constexpr char32_t alphabet[] = U" 0123456789-/.,:+TWZ年月日AMPMJanMärz\u00A0\u202F";
 
-struct World {
-    vxhost::ExtensionContext context;
-    Instance* instance = nullptr;
-    std::vector<std::unique_ptr<vxhost::Session>> sessions;
-    std::vector<const FuncInfo*> informats;
-    World() {
-        Exported_VXHandle = vxhost::kernel_handle();
-        instance = static_cast<Instance*>(vxlocfmt_entry(&context, nullptr));
-        if (!instance) vxfuzz::fail("no instance");
-        vxhost::adopt_instance(instance);
-        for (const char* locale : locales) {
-            vxhost::SessionOptions options;
-            options.locale = locale;
-            sessions.push_back(std::make_unique<vxhost::Session>(instance, options));
-        }
-        for (const FuncInfo* row = registry::table(); row->function; ++row)
-            if (row->kind == row_kind_informat) informats.push_back(row);
-    }
-};
-
-World& world() {
-    static World w;
+vxfuzz::World& world() {
+    static vxfuzz::World w(locales, {});
     return w;
 }
 
@@ -56,10 +30,10 @@ bool allowed_status(status s) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    World& w = world();
+    vxfuzz::World& w = world();
     FuzzInput in(data, size);
     const FuncInfo& row = *w.informats[in.pick(static_cast<std::uint32_t>(w.informats.size()))];
-    vxhost::Session& session = *w.sessions[in.pick(static_cast<std::uint32_t>(std::size(locales)))];
+    vxhost::Session& session = *w.wide[in.pick(static_cast<std::uint32_t>(std::size(locales)))];
     const std::int32_t width = in.between(-5, 300);
     const std::int32_t decimals = in.between(-2, 40);
     const std::uint8_t flags = in.take<std::uint8_t>();

@@ -70,9 +70,14 @@ namespace vxlocfmt::locale {
 // (the table then stays allocated and partly empty).
 status fill_nlfmt_properties(FmtCall& call, const Instance& instance);
 
+// Text of property n, never longer than the record's room.
+inline std::u32string_view property_text(const PropertyCache& properties, std::size_t number) {
+    const Property& p = properties.properties[number];
+    return {p.value, static_cast<std::size_t>(p.length < property_value_cells ? p.length : property_value_cells)};
+}
+
 inline std::u32string_view property(const FmtCall& call, std::size_t number) {
-    const Property& p = call.property_cache->properties[number];
-    return {p.value, static_cast<std::size_t>(p.length)};
+    return property_text(*call.property_cache, number);
 }
 
 }  // namespace vxlocfmt::locale

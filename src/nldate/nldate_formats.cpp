@@ -17,10 +17,7 @@ namespace {
 
 namespace prop = locale::prop;
 
-std::u32string_view property_text(const PropertyCache& properties, std::size_t n) {
-    const Property& p = properties.properties[n];
-    return {p.value, static_cast<std::size_t>(std::min<std::uint64_t>(p.length, property_value_cells))};
-}
+using locale::property_text;
 
 // A candidate ready to expand: its pattern and the width it needs.
 struct candidate {

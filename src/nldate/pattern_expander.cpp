@@ -20,11 +20,7 @@ namespace {
 
 namespace prop = locale::prop;
 
-// Text of property n, never longer than the record's room.
-std::u32string_view property_text(const PropertyCache& properties, std::size_t n) {
-    const Property& p = properties.properties[n];
-    return {p.value, static_cast<std::size_t>(std::min<std::uint64_t>(p.length, property_value_cells))};
-}
+using locale::property_text;
 
 // Appends into fixed cells: stores what fits and counts everything, so that a measuring call
 // answers the whole length however long the text grows.
