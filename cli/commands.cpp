@@ -153,7 +153,7 @@ Call prepare(const Arguments& args, std::uint32_t kind) {
     const char* command = kind == vxlocfmt::row_kind_format ? "format" : "read";
     if (args.operands.empty()) throw UsageError(std::string(command) + " needs a SPEC");
     Spec spec = parse_spec(args.operands[0]);
-    if (kind == vxlocfmt::row_kind_informat && spec.name.front() != '@') spec.name.insert(0, "@");
+    if (kind == vxlocfmt::row_kind_informat && spec.name.front() != '@') spec.name = "@" + spec.name;
     Call call;
     call.library = load(args);
     call.row = &find_row(*call.library, spec.name, kind, args.operands[0]);

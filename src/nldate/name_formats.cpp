@@ -48,7 +48,8 @@ status name_format(FmtCall& call, registry::Limits limits, name_set set) {
     field.write(0, text);
     const std::int32_t written = std::min(static_cast<std::int32_t>(text.size()), field.stored());
     if (call.decimals & option_upper_case) text::to_upper(std::span(field.data(), static_cast<std::size_t>(written)));
-    if (call.byte_mode && !fits_session_encoding(call, {field.data(), static_cast<std::size_t>(field.stored())}, call.width))
+    // The name itself must fit the width in session bytes; the blanks after it are the wrapper's.
+    if (call.byte_mode && !fits_session_encoding(call, {field.data(), static_cast<std::size_t>(written)}, call.width))
         field.fill(U'*');
     return st::ok;
 }
