@@ -12,7 +12,7 @@
 #include <vector>
 
 #include "frame/kernel.h"
-#include "unicode9_data.h"
+#include "unicode9_tables.h"
 
 namespace vxlocfmt::text::testing {
 

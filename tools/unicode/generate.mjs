@@ -4,7 +4,7 @@
 //
 //   cd tools/unicode && npm ci && node generate.mjs
 //
-// Writes src/text/unicode_tables.cpp and tests/text/unicode9_data.h. The output depends only on
+// Writes src/text/unicode_tables.cpp and tests/text/unicode9_tables.h. The output depends only on
 // the package, so a rerun reproduces both files byte for byte. Every table size the library
 // fixes is checked here; a mismatch stops the run with a message and writes nothing.
 
@@ -255,6 +255,6 @@ ${rows(pairs_of(to_upper).map(([a, b]) => `{0x${hex(a)}, 0x${hex(b)}}`), 5)}
 `;
 
 writeFileSync(path.join(root, 'src/text/unicode_tables.cpp'), cpp);
-writeFileSync(path.join(root, 'tests/text/unicode9_data.h'), test_data);
+writeFileSync(path.join(root, 'tests/text/unicode9_tables.h'), test_data);
 console.log(`wrote src/text/unicode_tables.cpp (${lower.exceptions.length} + ${upper.exceptions.length} exceptions, ` +
-    `${lower.deltas.length} + ${upper.deltas.length} deltas) and tests/text/unicode9_data.h (${runs.length} runs)`);
+    `${lower.deltas.length} + ${upper.deltas.length} deltas) and tests/text/unicode9_tables.h (${runs.length} runs)`);
