@@ -8,25 +8,25 @@
 // The hour and the minute and second reach "seconds into the day" by two different routes for
 // negative values (add a day to a negative remainder; or a day minus the remainder's magnitude
 // whenever the value is negative). Deliberate: the two routes are kept as the host has them.
-// std::fmod is not constexpr before C++23, hence plain functions.
+// Every remainder is fmod_by_whole: std::fmod's answers, without its cost.
 
 namespace vxlocfmt::calendar {
 
 namespace {
 constexpr double day_seconds = static_cast<double>(seconds_per_day);
-constexpr double hour_seconds = 3600;
-constexpr double minute_seconds = 60;
+constexpr std::int64_t hour_seconds = 3600;
+constexpr std::int64_t minute_seconds = 60;
 
 // Seconds into the day for the minute and the second: [0, 86400].
 double minute_route(double x) {
-    const double r = std::fmod(x, day_seconds);
+    const double r = fmod_by_whole(x, seconds_per_day);
     return x < 0 ? day_seconds - std::fabs(r) : r;
 }
 }  // namespace
 
 double clock_hour(double x) {
     if (!in_datetime_range(x)) return missing_value();
-    double r = std::fmod(x, day_seconds);
+    double r = fmod_by_whole(x, seconds_per_day);
     if (r < 0) r += day_seconds;
     // A negative remainder so small that adding a day rounds to 86400 itself: that instant is
     // midnight, as minute and second also say; keeps the hour in 0..23.
@@ -36,12 +36,12 @@ double clock_hour(double x) {
 
 double clock_minute(double x) {
     if (!in_datetime_range(x)) return missing_value();
-    return std::trunc(std::trunc(std::fmod(minute_route(x), hour_seconds)) / minute_seconds);
+    return std::trunc(std::trunc(fmod_by_whole(minute_route(x), hour_seconds)) / minute_seconds);
 }
 
 double clock_second(double x) {
     if (!in_datetime_range(x)) return missing_value();
-    return std::fmod(minute_route(x), minute_seconds);
+    return fmod_by_whole(minute_route(x), minute_seconds);
 }
 
 double date_part(double x) {
@@ -52,7 +52,7 @@ double date_part(double x) {
 
 double time_part(double x) {
     if (!in_datetime_range(x)) return missing_value();
-    return std::fmod(x <= 0 ? x - first_datetime : x, day_seconds);
+    return fmod_by_whole(x <= 0 ? x - first_datetime : x, seconds_per_day);
 }
 
 }  // namespace vxlocfmt::calendar

@@ -8,7 +8,12 @@
  */
 #pragma once
 
+#include <cmath>
+#include <cstdint>
+
 namespace vxlocfmt::calendar {
+
+// ---- Interface ----------------------------------------------------------------------------
 
 // Hour 0..23 of the day; a time past one day wraps (30 hours gives 6).
 double clock_hour(double x);
@@ -20,5 +25,22 @@ double clock_second(double x);
 double date_part(double x);
 // Seconds since midnight of the datetime's day, [0, 86400).
 double time_part(double x);
+
+// std::fmod(x, divisor) for a whole divisor in [1, 2^31), bit for bit (sign of x, zeros
+// included), without the library's bit-by-bit reduction, which costs about 35 ns on a datetime.
+inline double fmod_by_whole(double x, std::int64_t divisor);
+
+// ---- Implementation -----------------------------------------------------------------------
+
+inline double fmod_by_whole(double x, std::int64_t divisor) {
+    constexpr double exact_below = 9007199254740992.0;  // 2^53: every whole number below is a double
+    const double a = std::fabs(x);
+    if (!(a < exact_below)) return std::fmod(x, static_cast<double>(divisor));  // NaN, infinities
+    const auto whole = static_cast<std::int64_t>(a);  // trunc, exact
+    // a - whole is exact (a < 1, or whole <= a < 2 * whole). fmod's answer is exactly
+    // representable and equals (whole mod divisor) + (a - whole), so the sum rounds to it.
+    const double fraction = a - static_cast<double>(whole);
+    return std::copysign(static_cast<double>(whole % divisor) + fraction, x);
+}
 
 }  // namespace vxlocfmt::calendar

@@ -67,8 +67,14 @@ double zmdy(double month, double day, double year) {
 
 std::int32_t zfmcymd(double* year, double* month, double* day, double day_number) {
     *year = *month = *day = missing_value();
-    civil_from_julian(julian_from_day(day_number), year, month, day);
-    return is_nan(*year) || is_nan(*month) || is_nan(*day) ? -1 : 1;
+    // By way of the Julian date this is civil_from_julian(julian_from_day(day_number)): every
+    // day of the range gives the date fields_from_day gives (tested day by day), the rest missing.
+    if (!in_day_range(day_number)) return -1;  // NaN included
+    const date_fields f = fields_from_day(whole_day(day_number));
+    *year = static_cast<double>(f.year);
+    *month = f.month;
+    *day = f.day;
+    return 1;
 }
 
 std::int32_t getMonthDayYear(std::int32_t* month, std::int32_t* day, std::int32_t* year,
@@ -86,10 +92,7 @@ std::int32_t getMonthDayYear(std::int32_t* month, std::int32_t* day, std::int32_
 
 double zwekday(double day_number) {
     if (!in_day_range(day_number)) return missing_value();
-    // The shifted sum is truncated, not the day: a fractional day from -138052 on counts as the
-    // whole day before it.
-    const auto shifted = static_cast<std::int64_t>(day_number + weekday_shift);  // [-9, 6727388)
-    return weekday_of(shifted - weekday_shift);
+    return weekday_in_range(day_number);
 }
 
 }  // namespace vxlocfmt::calendar

@@ -44,5 +44,25 @@ std::int32_t getMonthDayYear(std::int32_t* month, std::int32_t* day, std::int32_
 // Weekday 1 (Sunday) to 7 (Saturday) of a day number in range, or missing. The sum with 138052
 // is truncated; see weekday_of for the nine earliest days.
 double zwekday(double day_number);
+// zwekday's answer for a day number already known to lie in the range, as a whole number.
+inline std::int32_t weekday_in_range(double day_number);
+
+// The whole day of a day number in the range: std::floor, without the library call.
+constexpr std::int64_t whole_day(double day_number);
+
+// ---- Implementation -----------------------------------------------------------------------
+
+inline std::int32_t weekday_in_range(double day_number) {
+    // The shifted sum is truncated, not the day: a fractional day from -138052 on counts as the
+    // whole day before it.
+    const auto shifted = static_cast<std::int64_t>(day_number + weekday_shift);  // [-9, 6727388)
+    return weekday_of(shifted - weekday_shift);
+}
+
+constexpr std::int64_t whole_day(double day_number) {
+    const auto t = static_cast<std::int64_t>(day_number);  // truncated: one too many below 0
+    return t - (static_cast<double>(t) > day_number ? 1 : 0);
+}
+static_assert(whole_day(-0.5) == -1 && whole_day(-1) == -1 && whole_day(2.5) == 2 && whole_day(-138061) == first_day);
 
 }  // namespace vxlocfmt::calendar

@@ -39,6 +39,14 @@ struct civil_date {
     std::int32_t day;    // [1, 31] for a valid date
 };
 
+// Everything a date format reads of a day, from one integer computation (fields_from_day).
+struct date_fields {
+    std::int64_t year;         // [1582, 20000]
+    std::int32_t month;        // [1, 12]
+    std::int32_t day;          // [1, 31]
+    std::int32_t day_of_year;  // [1, 366]
+};
+
 constexpr std::int64_t floor_div(std::int64_t a, std::int64_t b);  // b > 0
 constexpr std::int64_t floor_mod(std::int64_t a, std::int64_t b);  // b > 0; [0, b)
 
@@ -66,6 +74,10 @@ constexpr std::int64_t day_from_ordinal(std::int64_t year, std::int64_t day_of_y
 constexpr ordinal_date ordinal_from_day(std::int64_t day);
 // Month and day from a day of year, walking the months from January and stopping at December.
 constexpr civil_date civil_from_ordinal(std::int64_t year, std::int32_t day_of_year);
+// Year, month, day and day of year of a day number in [first_day, end_day) at once: the same
+// answers as ordinal_from_day then civil_from_ordinal, by era arithmetic on the Gregorian count
+// (a handful of multiplications, no loop). The formats' path; the Julian functions keep theirs.
+constexpr date_fields fields_from_day(std::int64_t day);
 
 // Weekday 1 (Sunday) to 7 (Saturday) of a whole day number in [first_day, end_day).
 constexpr std::int32_t weekday_of(std::int64_t day);
@@ -142,6 +154,44 @@ constexpr civil_date civil_from_ordinal(std::int64_t year, std::int32_t day_of_y
     return {year, month, rest};
 }
 
+namespace detail {
+// From 4000-03-01 on, every 4000 years of this calendar are one day shorter than the Gregorian
+// 4000 years (1460970 days): their 29 February is missing.
+inline constexpr std::int64_t first_missing_leap_day_after = 745154;  // 4000-03-01
+inline constexpr std::int64_t days_per_4000_years = 1460969;
+// Days from 0000-03-01 of the proleptic Gregorian count to 1960-01-01.
+inline constexpr std::int64_t gregorian_march_epoch = 715815;
+inline constexpr std::int64_t days_per_400_years = 146097;
+// Days from 1 March to 1 January of the next year.
+inline constexpr std::int64_t march_to_january = 306;
+}  // namespace detail
+
+constexpr date_fields fields_from_day(std::int64_t day) {
+    using namespace detail;
+    // Back to the Gregorian count: put back the 29 Februaries of 4000, 8000, ... before the day.
+    const std::int64_t missing_leap_days =
+        day < first_missing_leap_day_after ? 0 : (day - first_missing_leap_day_after) / days_per_4000_years + 1;  // [0, 5]
+    // Days from 0000-03-01: [577754, 7305156) for the range, so every division below is a floor.
+    const std::int64_t z = day + missing_leap_days + gregorian_march_epoch;
+    const std::int64_t era = z / days_per_400_years;
+    const std::int64_t day_of_era = z - era * days_per_400_years;  // [0, 146096]
+    const std::int64_t year_of_era =
+        (day_of_era - day_of_era / 1460 + day_of_era / 36524 - day_of_era / 146096) / 365;  // [0, 399]
+    // Years begin on 1 March here, so that February, the month of the leap day, comes last.
+    const std::int64_t day_of_march_year = day_of_era - (365 * year_of_era + year_of_era / 4 - year_of_era / 100);  // [0, 365]
+    const std::int64_t month_from_march = (5 * day_of_march_year + 2) / 153;  // [0, 11], 0 is March
+    const auto day_of_month = static_cast<std::int32_t>(day_of_march_year - (153 * month_from_march + 2) / 5 + 1);
+    const bool january_or_february = month_from_march >= 10;
+    const std::int64_t year = 400 * era + year_of_era + (january_or_february ? 1 : 0);
+    const auto month = static_cast<std::int32_t>(january_or_february ? month_from_march - 9 : month_from_march + 3);
+    // January and February count from 1 January; March on adds 59 days and this calendar's leap
+    // day (none in 4000, 8000, ...: the count above skips their 29 February).
+    const auto day_of_year = static_cast<std::int32_t>(
+        january_or_february ? day_of_march_year - (march_to_january - 1)
+                            : day_of_march_year + 60 + (is_leap_year(year) ? 1 : 0));
+    return {year, month, day_of_month, day_of_year};
+}
+
 constexpr std::int32_t weekday_of(std::int64_t day) {
     // day 0 (a Friday) gives 6. The remainder truncates: the nine earliest days, -138061 to
     // -138053, give -1, 0, 1, -5, -4, -3, -2, -1, 0. Deliberate, kept as the host expects it.
@@ -153,5 +203,16 @@ static_assert(ordinal_from_day(first_day).year == 1582 && ordinal_from_day(first
 static_assert(ordinal_from_day(end_day - 1).year == 20000 &&
               ordinal_from_day(end_day - 1).day_of_year == 365);
 static_assert(weekday_of(0) == 6 && weekday_of(first_day) == -1);
+static_assert(day_from_ordinal(4000, 60) == detail::first_missing_leap_day_after);
+static_assert(day_from_ordinal(8000, 60) - day_from_ordinal(4000, 60) == detail::days_per_4000_years);
+static_assert(fields_from_day(0).year == 1960 && fields_from_day(0).month == 1 && fields_from_day(0).day == 1 &&
+              fields_from_day(0).day_of_year == 1);
+static_assert(fields_from_day(first_day).year == 1582 && fields_from_day(first_day).day_of_year == 1);
+static_assert(fields_from_day(end_day - 1).year == 20000 && fields_from_day(end_day - 1).month == 12 &&
+              fields_from_day(end_day - 1).day == 31 && fields_from_day(end_day - 1).day_of_year == 365);
+static_assert(fields_from_day(day_from_ordinal(4000, 59)).month == 2 && fields_from_day(day_from_ordinal(4000, 59)).day == 28);
+static_assert(fields_from_day(day_from_ordinal(4000, 60)).month == 3 && fields_from_day(day_from_ordinal(4000, 60)).day == 1 &&
+              fields_from_day(day_from_ordinal(4000, 60)).day_of_year == 60);
+static_assert(fields_from_day(day_from_ordinal(2000, 60)).month == 2 && fields_from_day(day_from_ordinal(2000, 60)).day == 29);
 
 }  // namespace vxlocfmt::calendar

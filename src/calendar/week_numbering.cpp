@@ -2,26 +2,25 @@
 
 #include <algorithm>
 #include <array>
-#include <cmath>
 #include <string_view>
 
 #include "calendar/date_conversions.h"
-#include "calendar/digits.h"
 #include "frame/field.h"
 
 namespace vxlocfmt::calendar {
 
+week_date week_of_day(wchar rule, double day_number) {
+    const date_fields f = fields_from_day(whole_day(day_number));
+    // The day of year from 0 is the date's day number less that of 1 January: exact in every
+    // year, 4000 and its multiples included. The weekday truncates as zwekday does.
+    return week_date_of(rule, f.year, f.day_of_year - 1, weekday_in_range(day_number));
+}
+
 int get_yywwdd(wchar rule, std::int32_t, double* year, double* week, double* day,
                double day_number) {
     *year = *week = *day = -1;
-    double y = 0, m = 0, d = 0;
-    if (zfmcymd(&y, &m, &d, day_number) != 1) return 0;
-    const double january_first = zmdy(1, 1, y);
-    // The day of year by subtracting day numbers: exact in every year, 4000 and its multiples
-    // included.
-    const auto day_of_year = static_cast<std::int64_t>(std::floor(day_number) - january_first);
-    const auto weekday = static_cast<std::int32_t>(zwekday(day_number));
-    const week_date w = week_date_of(rule, static_cast<std::int64_t>(y), day_of_year, weekday);
+    if (!in_day_range(day_number)) return 0;  // NaN included
+    const week_date w = week_of_day(rule, day_number);
     *year = static_cast<double>(w.year);
     *week = w.week;
     *day = w.day;
@@ -48,24 +47,30 @@ constexpr std::array<layout, 6> layouts = {{
 }};
 static_assert(layouts.back().length == week_text_max);
 
-// Two digits, zero-padded, as every part of the week text is written.
-void two_digits(std::int64_t n, wchar* at) { i2s(static_cast<std::int32_t>(n % 100), at, 2, U'0'); }
+// Two digits, zero-padded, as every part of the week text is written: i2s(n % 100, at, 2, "0").
+void two_digits(std::int64_t n, wchar* at) {
+    const std::int64_t low = n % 100;  // (-100, 100)
+    const auto v = static_cast<std::uint32_t>(low < 0 ? -low : low);
+    at[0] = static_cast<wchar>(U'0' + v / 10);
+    at[1] = static_cast<wchar>(U'0' + v % 10);
+}
 }  // namespace
 
 int zkfweek(wchar* out, std::int32_t* width, wchar rule, std::int32_t, double day_number,
             std::int32_t capacity) {
-    double y = 0, w = 0, d = 0;
-    get_yywwdd(rule, 0, &y, &w, &d, day_number);
-    const auto year = static_cast<std::int64_t>(y);
-    const auto week = static_cast<std::int64_t>(w);
-    const auto day = static_cast<std::int64_t>(d);
+    // As get_yywwdd leaves them for a day it cannot convert.
+    week_date triple{-1, -1, -1};
+    if (in_day_range(day_number)) triple = week_of_day(rule, day_number);
+    const std::int64_t year = triple.year;
+    const std::int64_t week = triple.week;
+    const std::int64_t day = triple.day;
 
     const std::int32_t given = *width;
     layout chosen = layouts.front();
     for (const layout& l : layouts)
         if (given >= l.min_width) chosen = l;
 
-    std::array<wchar, week_text_max> text{};
+    std::array<wchar, week_text_max> text;
     std::int32_t n = 0;
     if (chosen.has_year) {
         if (chosen.four_digit_year) {
@@ -86,8 +91,8 @@ int zkfweek(wchar* out, std::int32_t* width, wchar rule, std::int32_t, double da
     }
 
     const OutputField field(out, std::max(given, chosen.length), capacity);
-    field.fill(U' ');
     field.write(0, std::u32string_view(text.data(), static_cast<std::size_t>(n)));
+    field.fill(n, field.stored(), U' ');
     *width = chosen.length;
     return 0;
 }

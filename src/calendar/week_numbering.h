@@ -30,6 +30,10 @@ struct week_date {
 constexpr week_date week_date_of(wchar rule, std::int64_t year, std::int64_t day_of_year,
                                  std::int32_t weekday);
 
+// The triple of a day number in [first_day, end_day): the answer of get_yywwdd, from one integer
+// conversion of the day (no Julian dates, no second conversion for 1 January).
+week_date week_of_day(wchar rule, double day_number);
+
 // Sets year, week and day to -1, then to the triple of the day number. The day number's range is
 // the caller's to check; out of range the three stay -1. `unused` is not read. Answers 0.
 int get_yywwdd(wchar rule, std::int32_t unused, double* year, double* week, double* day,

@@ -34,12 +34,21 @@ public:
     wchar* data() const { return cells_; }
 
     void fill(wchar c) const { std::fill_n(cells_, stored_, c); }
+    // Fills [from, to) clipped to the stored cells.
+    void fill(std::int64_t from, std::int64_t to, wchar c) const {
+        from = std::max<std::int64_t>(from, 0);
+        to = std::min<std::int64_t>(to, stored_);
+        if (from < to) std::fill(cells_ + from, cells_ + to, c);
+    }
     void put(std::int32_t at, wchar c) const {
         if (at >= 0 && at < stored_) cells_[at] = c;
     }
-    // Writes `text` from `at`; what falls outside the stored cells is dropped.
-    void write(std::int32_t at, std::u32string_view text) const {
-        for (std::size_t i = 0; i < text.size(); ++i) put(at + static_cast<std::int32_t>(i), text[i]);
+    // Writes `text` from `at`; what falls outside the stored cells is dropped. The bounds are
+    // clipped once and the rest is one block copy (`text` must not lie in the field).
+    void write(std::int64_t at, std::u32string_view text) const {
+        const std::int64_t from = std::max<std::int64_t>(at, 0);
+        const std::int64_t to = std::min<std::int64_t>(at + static_cast<std::int64_t>(text.size()), stored_);
+        if (from < to) std::copy(text.data() + (from - at), text.data() + (to - at), cells_ + from);
     }
 
 private:

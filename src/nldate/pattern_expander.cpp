@@ -32,8 +32,23 @@ public:
         if (count_ < capacity_) cells_[count_] = c;
         ++count_;
     }
+    // Two characters, the shape of every two-digit number.
+    void put_pair(wchar first, wchar second) {
+        if (count_ + 2 <= capacity_) {
+            cells_[count_] = first;
+            cells_[count_ + 1] = second;
+            count_ += 2;
+            return;
+        }
+        put(first);
+        put(second);
+    }
+    // One bound test, then a block copy of what fits.
     void append(std::u32string_view s) {
-        for (wchar c : s) put(c);
+        const auto n = static_cast<std::int64_t>(s.size());
+        const std::int64_t stored = std::min(n, std::max<std::int64_t>(capacity_ - count_, 0));
+        std::copy_n(s.data(), stored, cells_ + std::min(count_, capacity_));
+        count_ += n;
     }
     // n copies of c.
     void repeat(wchar c, std::int64_t n) {
@@ -97,25 +112,39 @@ Value derive(const PropertyCache& properties, void* zone, std::uint32_t decimals
     v.hour = part_of(hour);
     v.minute = part_of(minute);
     v.whole_seconds = part_of(seconds);
-    double y = 0, m = 0, d = 0;
-    if (calendar::zfmcymd(&y, &m, &d, day_number) == 1) {
+    // What zfmcymd, julian_from_day and zwekday answer, from one integer conversion (the
+    // calendar tests compare the two paths on every day of the range).
+    if (calendar::in_day_range(day_number)) {
+        const calendar::date_fields f = calendar::fields_from_day(calendar::whole_day(day_number));
         v.has_date = true;
-        v.year = static_cast<std::int64_t>(y);
-        v.month = static_cast<std::int32_t>(m);
-        v.day = static_cast<std::int32_t>(d);
-        v.day_of_year = static_cast<std::int32_t>(calendar::julian_from_day(day_number) - 1000 * y);
-        v.weekday_index = static_cast<std::int32_t>(calendar::zwekday(day_number)) - 1;
+        v.year = f.year;
+        v.month = f.month;
+        v.day = f.day;
+        v.day_of_year = f.day_of_year;
+        v.weekday_index = calendar::weekday_in_range(day_number) - 1;
     }
     return v;
 }
 
 constexpr std::u32string_view missing_part = U"**";
 
-// Numbers: `width` low digits padded with `fill`, or with fill 0 the number's own digits.
+// Numbers: `width` low digits padded with `fill`, or with fill 0 the number's own digits; what
+// calendar::i2s writes for n % 10^9 (every caller's n fits). The one- and two-digit cases, nearly
+// all of them, take no loop.
 void put_number(Text& out, std::int64_t n, std::int32_t width, wchar fill) {
+    const std::int64_t small = n % 1000000000;
+    const auto magnitude = static_cast<std::uint32_t>(small < 0 ? -small : small);  // [0, 10^9)
+    const bool two_low_digits = fill != 0 ? width == 2 : magnitude >= 10 && magnitude < 100;
+    if (two_low_digits) {
+        const std::uint32_t v = magnitude % 100;
+        const auto tens = static_cast<wchar>(U'0' + v / 10);
+        // A leading zero becomes the fill ("0", or " " for "%e" and "%o").
+        out.put_pair(v < 10 && fill != 0 ? fill : tens, static_cast<wchar>(U'0' + v % 10));
+        return;
+    }
+    if (fill == 0 && magnitude < 10) return out.put(static_cast<wchar>(U'0' + magnitude));
     wchar digits[calendar::max_int32_digits];
-    const auto small = static_cast<std::int32_t>(n % 1000000000);  // every caller's n fits
-    const std::int32_t count = calendar::i2s(small, digits, width, fill);
+    const std::int32_t count = calendar::i2s(static_cast<std::int32_t>(small), digits, width, fill);
     out.append({digits, static_cast<std::size_t>(count)});
 }
 
@@ -174,7 +203,7 @@ void zone_text(const Value& v, wchar (&text)[zone_text_cells]) {
     if (!std::isfinite(offset) || std::fabs(offset) >= 100 * 3600) offset = 0;
     const double magnitude = std::fabs(offset);
     const auto hours = static_cast<std::int32_t>(magnitude / 3600);                   // [0, 99]
-    const auto minutes = static_cast<std::int32_t>(std::fmod(magnitude, 3600) / 60);  // [0, 59]
+    const auto minutes = static_cast<std::int32_t>(calendar::fmod_by_whole(magnitude, 3600) / 60);  // [0, 59]
     text[0] = offset < 0 ? U'-' : U'+';
     calendar::i2s(hours, text + 1, 2, U'0');
     calendar::i2s(minutes, text + 3, 2, U'0');
@@ -208,20 +237,21 @@ void put_marker(Text& out, const Value& v) {
     out.append(!marker.empty() ? marker : morning ? U"AM" : U"PM");
 }
 
+// The week triple of the value's date: get_yywwdd's answer, from the fields already derived.
+calendar::week_date week_of(const Value& v, wchar rule) {
+    return calendar::week_date_of(rule, v.year, v.day_of_year - 1, v.weekday_index + 1);
+}
+
 // The week of the year by a rule letter, 2 digits.
 void put_week(Text& out, const Value& v, wchar rule, wchar pad) {
     if (!v.has_date) return out.append(missing_part);
-    double year = 0, week = 0, day = 0;
-    calendar::get_yywwdd(rule, 0, &year, &week, &day, v.day_number);
-    put_number(out, static_cast<std::int64_t>(week), 2, pad);
+    put_number(out, week_of(v, rule).week, 2, pad);
 }
 
 // Year of the ISO week: 2 digits, or 4 as two zero-padded groups.
 void put_iso_year(Text& out, const Value& v, bool four, wchar pad) {
     if (!v.has_date) return out.append(missing_part);
-    double year = 0, week = 0, day = 0;
-    calendar::get_yywwdd(U'V', 0, &year, &week, &day, v.day_number);
-    const auto y = static_cast<std::int64_t>(year);
+    const std::int64_t y = week_of(v, U'V').year;
     if (!four) return put_number(out, y % 100, 2, pad);
     put_number(out, y / 100, 2, U'0');
     put_number(out, y % 100, 2, U'0');
@@ -389,6 +419,18 @@ void substitute_locale_patterns(std::u32string_view pattern, const PropertyCache
     }
 }
 
+// Whether pass 1 changes the first work_cells characters of the pattern: only a "%x" or "%X"
+// pair (pairs read from the left, as pass 1 reads them) starting among them does.
+bool needs_locale_patterns(std::u32string_view pattern) {
+    const std::size_t end = std::min<std::size_t>(pattern.size(), work_cells);
+    for (std::size_t i = 0; i < end; ++i) {
+        if (pattern[i] != U'%') continue;
+        if (++i == pattern.size()) break;
+        if (pattern[i] == U'x' || pattern[i] == U'X') return true;
+    }
+    return false;
+}
+
 // Pass 2. A directive is "%", then "#" (long) or "0" (zero pad, the default), a digit 1 to 9
 // (read and ignored: deliberate), "+" (calendar years), "?" (lower-case reading), the letter.
 // A "%" with no letter after it (end of text) is unsupported, as a non-letter is.
@@ -461,15 +503,25 @@ std::int64_t calendar_year(std::u32string_view code, std::int64_t year, std::int
 std::int32_t expand(const wchar* pattern, std::int32_t length, wchar* output, std::int32_t capacity,
                     std::int32_t* width, std::uint32_t decimals, const PropertyCache& properties,
                     void* zone, double day_number, double hour, double minute, double seconds) {
+    // Pass 1 keeps the first work_cells characters of its result. Most patterns hold no "%x" or
+    // "%X": their result is the pattern itself, read in place.
+    std::u32string_view directives;
     wchar substituted_cells[work_cells];
-    Text substituted(substituted_cells, work_cells);
-    if (pattern && length > 0)
-        substitute_locale_patterns({pattern, static_cast<std::size_t>(length)}, properties, substituted);
+    if (pattern && length > 0) {
+        const std::u32string_view whole(pattern, static_cast<std::size_t>(length));
+        if (needs_locale_patterns(whole)) {
+            Text substituted(substituted_cells, work_cells);
+            substitute_locale_patterns(whole, properties, substituted);
+            directives = substituted.stored();
+        } else {
+            directives = whole.substr(0, work_cells);
+        }
+    }
 
     Value value = derive(properties, zone, decimals, day_number, hour, minute, seconds);
     wchar text_cells[work_cells];
     Text text(text_cells, work_cells);
-    if (!run_directives(substituted.stored(), value, text)) return expand_bad_directive;
+    if (!run_directives(directives, value, text)) return expand_bad_directive;
 
     if (!output) return clamp_length(text.count());
 
@@ -478,15 +530,20 @@ std::int32_t expand(const wchar* pattern, std::int32_t length, wchar* output, st
     const auto span = static_cast<std::int32_t>(
         std::min<std::int64_t>(std::abs(requested), std::numeric_limits<std::int32_t>::max()));
     const OutputField field(output, span, capacity);
-    field.fill(U' ');
     const std::u32string_view kept = text.stored();
     if (text.count() <= span) {
+        // Blanks, the text left (right for a negative width), blanks: each cell written once.
         const auto length_out = static_cast<std::int32_t>(text.count());
-        field.write(requested < 0 ? span - length_out : 0, kept);
+        const std::int64_t at = requested < 0 ? span - length_out : 0;
+        field.fill(0, at, U' ');
+        field.write(at, kept);
+        field.fill(at + static_cast<std::int64_t>(kept.size()), field.stored(), U' ');
         *width = length_out;
         return expand_ok;
     }
-    field.write(0, kept.substr(0, static_cast<std::size_t>(span)));
+    const std::u32string_view head = kept.substr(0, static_cast<std::size_t>(span));
+    field.write(0, head);
+    field.fill(static_cast<std::int64_t>(head.size()), field.stored(), U' ');
     if (value.zone_used) {
         // The offset is never cut: the last 6 cells become a blank and the offset.
         wchar tail[zone_text_cells + 1];
@@ -521,12 +578,15 @@ std::int32_t zkfdttm(wchar* output, std::int32_t capacity, std::int32_t* width, 
         if (number >= property_count) return expand_no_pattern;
         const std::u32string_view text = property_text(properties, number);
         if (text.empty()) return expand_no_pattern;  // " %z" alone is no pattern
-        std::size_t n = std::copy(text.begin(), text.end(), from_property) - from_property;
         if (length & pattern_with_zone) {
+            std::size_t n = std::copy(text.begin(), text.end(), from_property) - from_property;
             for (wchar c : std::u32string_view(U" %z")) from_property[n++] = c;
+            pattern = from_property;
+            length = static_cast<std::int32_t>(n);
+        } else {
+            pattern = text.data();
+            length = static_cast<std::int32_t>(text.size());
         }
-        pattern = from_property;
-        length = static_cast<std::int32_t>(n);
     }
     if (!calendar::in_datetime_range(datetime)) return expand_out_of_range;
     const double x = round_to_decimals(datetime, decimals);
