@@ -35,6 +35,8 @@ inline constexpr status no_journal = 0x803fc009u;
 inline constexpr status too_small_for_digits = 0x803fc0c9u;
 inline constexpr status does_not_fit = 0x803fe807u;
 inline constexpr status number_shortened = 0x803fe816u;
+// The call record carries no locale object to build the property table from.
+inline constexpr status no_locale = 0x803fe80au;
 // Not a library code: what the placeholder of a format or informat that is not built yet answers.
 inline constexpr status not_implemented = 0x803fe8ffu;
 }  // namespace st

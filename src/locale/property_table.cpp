@@ -29,6 +29,7 @@ status fill_nlfmt_properties(FmtCall& call, const Instance& instance) {
     for (std::uint32_t n = 0; n < property_count; ++n) cache.properties[n].number = n;
 
     const unsigned char* data = nullptr;
+    if (!call.number_format) return st::no_locale;
     if (status fetched = kernel::locale_data(call.number_format, &data)) return fetched;
     if (!data) return st::no_memory;  // a kernel that answers 0 with no block: nothing to build from
 
