@@ -142,6 +142,20 @@ TEST_F(AbiEdges, SessionWithoutOurExtension) {
     }
 }
 
+TEST_F(AbiEdges, CallRecordWithoutLocaleObjectStarsTheField) {
+    FmtCall call = session->call();  // a copy: same session, no table yet, no locale object
+    call.property_cache = nullptr;
+    call.number_format = nullptr;
+    double value = 23000;
+    std::array<char32_t, 20> out{};
+    call.width = 12;
+    call.capacity = 20;
+    call.input = &value;
+    call.output = out.data();
+    EXPECT_EQ(library->find(U"NLDATE")->function(&call, nullptr), 0u);
+    EXPECT_EQ(std::u32string(out.data(), 12), std::u32string(12, U'*'));
+}
+
 TEST(FuzzHarness, GuardsCatchAnInjectedOverflow) {
     // One cell past the allowed field, still inside the allocation: only the guards can see it.
     EXPECT_DEATH(
