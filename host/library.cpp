@@ -23,7 +23,11 @@ std::string default_library_path() {
     if (n <= 0) return "libvxlocfmt.so";
     std::string dir(exe, static_cast<std::size_t>(n));
     dir.erase(dir.find_last_of('/') + 1);
-    return dir + "libvxlocfmt.so";
+    // Beside the program (the build tree), else in ../lib (an installed tree).
+    const std::string beside = dir + "libvxlocfmt.so";
+    if (access(beside.c_str(), R_OK) == 0) return beside;
+    const std::string installed = dir + "../lib/libvxlocfmt.so";
+    return access(installed.c_str(), R_OK) == 0 ? installed : beside;
 }
 
 Library::Library(const std::string& path) {

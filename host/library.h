@@ -21,7 +21,8 @@ namespace vxhost {
 // the extension's formats look for their tag among the session's extensions.
 void adopt_instance(vxlocfmt::Instance* instance, const char* name = "vxlocfmt");
 
-// $VXLOCFMT_LIBRARY, else libvxlocfmt.so in the folder of the running executable.
+// $VXLOCFMT_LIBRARY, else libvxlocfmt.so in the folder of the running executable, else in its
+// ../lib (an installed tree).
 std::string default_library_path();
 
 class Library {
