@@ -8,7 +8,7 @@
  */
 #pragma once
 
-#include <chrono>
+#include <ctime>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
@@ -83,22 +83,28 @@ private:
     std::size_t capacity_;
 };
 
-// One call must stay within a time budget once its locale is open. Sanitizers and a busy
-// machine slow calls down, so the budget is scaled by VXFUZZ_SLOWDOWN (default 50).
+// One call must stay within a time budget once its locale is open. The time is the thread's own
+// CPU time, so a busy machine that preempts the call does not count; sanitizers still slow calls
+// down, so the budget is scaled by VXFUZZ_SLOWDOWN (default 50).
 class CallTimer {
 public:
-    CallTimer() : start_(std::chrono::steady_clock::now()) {}
+    CallTimer() : start_(now_ms()) {}
     void expect_within_millisecond(const char* who) const {
         static const double slowdown = [] {
             const char* s = std::getenv("VXFUZZ_SLOWDOWN");
             return s ? std::atof(s) : 50.0;
         }();
-        const double ms = std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start_).count();
+        const double ms = now_ms() - start_;
         if (ms > slowdown) fail(who, static_cast<long long>(ms * 1000), static_cast<long long>(slowdown * 1000));
     }
 
 private:
-    std::chrono::steady_clock::time_point start_;
+    static double now_ms() {
+        timespec t{};
+        clock_gettime(CLOCK_THREAD_CPUTIME_ID, &t);
+        return static_cast<double>(t.tv_sec) * 1e3 + static_cast<double>(t.tv_nsec) / 1e6;
+    }
+    double start_;
 };
 
 }  // namespace vxfuzz
