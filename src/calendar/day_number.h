@@ -161,9 +161,8 @@ inline constexpr std::int64_t first_missing_leap_day_after = 745154;  // 4000-03
 inline constexpr std::int64_t days_per_4000_years = 1460969;
 // Days from 0000-03-01 of the proleptic Gregorian count to 1960-01-01.
 inline constexpr std::int64_t gregorian_march_epoch = 715815;
-inline constexpr std::int64_t days_per_400_years = 146097;
-// Days from 1 March to 1 January of the next year.
-inline constexpr std::int64_t march_to_january = 306;
+// Day of a year that begins on 1 March ([0, 365]) on which 1 January falls.
+inline constexpr std::uint32_t january_in_march_year = 306;
 }  // namespace detail
 
 constexpr date_fields fields_from_day(std::int64_t day) {
@@ -171,25 +170,32 @@ constexpr date_fields fields_from_day(std::int64_t day) {
     // Back to the Gregorian count: put back the 29 Februaries of 4000, 8000, ... before the day.
     const std::int64_t missing_leap_days =
         day < first_missing_leap_day_after ? 0 : (day - first_missing_leap_day_after) / days_per_4000_years + 1;  // [0, 5]
-    // Days from 0000-03-01: [577754, 7305156) for the range, so every division below is a floor.
-    const std::int64_t z = day + missing_leap_days + gregorian_march_epoch;
-    const std::int64_t era = z / days_per_400_years;
-    const std::int64_t day_of_era = z - era * days_per_400_years;  // [0, 146096]
-    const std::int64_t year_of_era =
-        (day_of_era - day_of_era / 1460 + day_of_era / 36524 - day_of_era / 146096) / 365;  // [0, 399]
-    // Years begin on 1 March here, so that February, the month of the leap day, comes last.
-    const std::int64_t day_of_march_year = day_of_era - (365 * year_of_era + year_of_era / 4 - year_of_era / 100);  // [0, 365]
-    const std::int64_t month_from_march = (5 * day_of_march_year + 2) / 153;  // [0, 11], 0 is March
-    const auto day_of_month = static_cast<std::int32_t>(day_of_march_year - (153 * month_from_march + 2) / 5 + 1);
-    const bool january_or_february = month_from_march >= 10;
-    const std::int64_t year = 400 * era + year_of_era + (january_or_february ? 1 : 0);
-    const auto month = static_cast<std::int32_t>(january_or_february ? month_from_march - 9 : month_from_march + 3);
-    // January and February count from 1 January; March on adds 59 days and this calendar's leap
-    // day (none in 4000, 8000, ...: the count above skips their 29 February).
+    // Days from 0000-03-01, [577754, 7305156) over the range. The years below begin on 1 March,
+    // so that February and its leap day come last. Neri and Schneider's Euclidean affine forms
+    // of the Gregorian rules: one true division (by 146097), the rest multiplications and shifts,
+    // all in 32 bits (4 * n + 3 < 2^25) but the year's product.
+    const auto n = static_cast<std::uint32_t>(day + missing_leap_days + gregorian_march_epoch);
+    const std::uint32_t n1 = 4 * n + 3;
+    const std::uint32_t century = n1 / 146097;
+    const std::uint32_t day_of_century = n1 % 146097 / 4;                             // [0, 36524]
+    const std::uint64_t p2 = std::uint64_t{2939745} * (4 * day_of_century + 3);
+    const auto year_of_century = static_cast<std::uint32_t>(p2 >> 32);                 // [0, 99]
+    const std::uint32_t day_of_march_year = static_cast<std::uint32_t>(p2) / 2939745 / 4;  // [0, 365]
+    const std::uint32_t n3 = 2141 * day_of_march_year + 197913;
+    const std::uint32_t month_from_march = n3 >> 16;                                   // [3, 14]
+    const std::uint32_t day_of_month = (n3 & 0xFFFF) / 2141 + 1;                       // [1, 31]
+    const bool january_or_february = day_of_march_year >= january_in_march_year;
+    const std::int64_t year = std::int64_t{100} * century + year_of_century + (january_or_february ? 1 : 0);
+    const auto month = static_cast<std::int32_t>(january_or_february ? month_from_march - 12 : month_from_march);
+    // January and February count from 1 January. March on adds 59 days and this calendar's leap
+    // day (by 4, not by 100 unless by 400, never by 4000), asked of the century and the year in
+    // it: from March on, the calendar year is the year that began on 1 March.
+    const bool leap = year_of_century % 4 == 0 &&
+                      (year_of_century != 0 || (century % 4 == 0 && century % 40 != 0));
     const auto day_of_year = static_cast<std::int32_t>(
-        january_or_february ? day_of_march_year - (march_to_january - 1)
-                            : day_of_march_year + 60 + (is_leap_year(year) ? 1 : 0));
-    return {year, month, day_of_month, day_of_year};
+        january_or_february ? day_of_march_year - (january_in_march_year - 1)
+                            : day_of_march_year + 60 + (leap ? 1 : 0));
+    return {year, month, static_cast<std::int32_t>(day_of_month), day_of_year};
 }
 
 constexpr std::int32_t weekday_of(std::int64_t day) {

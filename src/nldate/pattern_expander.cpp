@@ -128,24 +128,26 @@ Value derive(const PropertyCache& properties, void* zone, std::uint32_t decimals
 
 constexpr std::u32string_view missing_part = U"**";
 
-// Numbers: `width` low digits padded with `fill`, or with fill 0 the number's own digits; what
-// calendar::i2s writes for n % 10^9 (every caller's n fits). The one- and two-digit cases, nearly
-// all of them, take no loop.
-void put_number(Text& out, std::int64_t n, std::int32_t width, wchar fill) {
-    const std::int64_t small = n % 1000000000;
-    const auto magnitude = static_cast<std::uint32_t>(small < 0 ? -small : small);  // [0, 10^9)
-    const bool two_low_digits = fill != 0 ? width == 2 : magnitude >= 10 && magnitude < 100;
-    if (two_low_digits) {
-        const std::uint32_t v = magnitude % 100;
-        const auto tens = static_cast<wchar>(U'0' + v / 10);
-        // A leading zero becomes the fill ("0", or " " for "%e" and "%o").
-        out.put_pair(v < 10 && fill != 0 ? fill : tens, static_cast<wchar>(U'0' + v % 10));
-        return;
-    }
-    if (fill == 0 && magnitude < 10) return out.put(static_cast<wchar>(U'0' + magnitude));
+// What calendar::i2s writes for n % 10^9 (every caller's n fits): `width` low digits padded with
+// `fill`, or with fill 0 the number's own digits.
+[[gnu::noinline]] void put_number_by_i2s(Text& out, std::int64_t n, std::int32_t width, wchar fill) {
     wchar digits[calendar::max_int32_digits];
-    const std::int32_t count = calendar::i2s(static_cast<std::int32_t>(small), digits, width, fill);
+    const auto small = static_cast<std::int32_t>(n % 1000000000);
+    const std::int32_t count = calendar::i2s(small, digits, width, fill);
     out.append({digits, static_cast<std::size_t>(count)});
+}
+
+// The same text; numbers in [0, 99], nearly all of them, take no loop and no call.
+void put_number(Text& out, std::int64_t n, std::int32_t width, wchar fill) {
+    if (static_cast<std::uint64_t>(n) < 100) {
+        const auto v = static_cast<std::uint32_t>(n);
+        const auto tens = static_cast<wchar>(U'0' + v / 10);
+        const auto ones = static_cast<wchar>(U'0' + v % 10);
+        // Two digits, a leading zero written as the fill ("0", or " " for "%e" and "%o").
+        if (width == 2 && fill != 0) return out.put_pair(v < 10 ? fill : tens, ones);
+        if (fill == 0) return v < 10 ? out.put(ones) : out.put_pair(tens, ones);
+    }
+    put_number_by_i2s(out, n, width, fill);
 }
 
 // All digits of a whole number, sign included: hours above 99 and the days of a duration.
@@ -174,17 +176,22 @@ void put_two(Text& out, Part p, wchar pad) {
     put_number(out, p.value, 2, pad);
 }
 
+// Blanks after a name up to the longest of its set of `count` names.
+[[gnu::noinline]] void pad_name(Text& out, const Value& v, std::size_t first, std::int32_t count,
+                                std::size_t length) {
+    std::size_t longest = 0;
+    for (std::int32_t i = 0; i < count; ++i)
+        longest = std::max(longest, property_text(*v.properties, first + static_cast<std::size_t>(i)).size());
+    out.repeat(U' ', static_cast<std::int64_t>(longest - length));
+}
+
 // A name of a set of `count` names, blank-padded to the set's longest when `padded`.
 void put_name(Text& out, const Value& v, std::size_t first, std::int32_t index, std::int32_t count,
               bool padded) {
     if (index < 0 || index >= count) return out.append(missing_part);
     const std::u32string_view name = property_text(*v.properties, first + static_cast<std::size_t>(index));
     out.append(name);
-    if (!padded) return;
-    std::size_t longest = 0;
-    for (std::int32_t i = 0; i < count; ++i)
-        longest = std::max(longest, property_text(*v.properties, first + static_cast<std::size_t>(i)).size());
-    out.repeat(U' ', static_cast<std::int64_t>(longest - name.size()));
+    if (padded) pad_name(out, v, first, count, name.size());
 }
 
 constexpr std::int32_t weekdays = 7;
@@ -419,59 +426,69 @@ void substitute_locale_patterns(std::u32string_view pattern, const PropertyCache
     }
 }
 
-// Whether pass 1 changes the first work_cells characters of the pattern: only a "%x" or "%X"
-// pair (pairs read from the left, as pass 1 reads them) starting among them does.
-bool needs_locale_patterns(std::u32string_view pattern) {
-    const std::size_t end = std::min<std::size_t>(pattern.size(), work_cells);
-    for (std::size_t i = 0; i < end; ++i) {
-        if (pattern[i] != U'%') continue;
-        if (++i == pattern.size()) break;
-        if (pattern[i] == U'x' || pattern[i] == U'X') return true;
-    }
-    return false;
-}
-
 // Pass 2. A directive is "%", then "#" (long) or "0" (zero pad, the default), a digit 1 to 9
 // (read and ignored: deliberate), "+" (calendar years), "?" (lower-case reading), the letter.
 // A "%" with no letter after it (end of text) is unsupported, as a non-letter is.
-bool run_directives(std::u32string_view p, Value& v, Text& out) {
-    std::size_t i = 0;
-    const auto next_is = [&](auto test) {
-        if (i < p.size() && test(p[i])) {
-            ++i;
-            return true;
-        }
-        return false;
-    };
-    while (i < p.size()) {
-        const wchar c = p[i++];
+enum class pass { done, refused, needs_locale_patterns };
+
+// Pass 2 over `pattern`. With `raw`, the pattern has not been through pass 1, which leaves it
+// as it is unless a "%" is directly followed by "x" or "X": pass 2 stops there and asks for
+// pass 1. Pass 1 pairs each "%" with the character after it, the directive's own reading when
+// it has no flags; flags are never "%", so both read the same pairs except after "%", flags,
+// "%", where pass 2 stops as well. Up to where it stops, the text is pass 1's.
+pass run_directives(std::u32string_view pattern, Value& v, Text& out, bool raw) {
+    const wchar* p = pattern.data();
+    const wchar* const end = p + pattern.size();
+    while (p != end) {
+        const wchar c = *p++;
         if (c != U'%') {
             out.put(c);
             continue;
         }
+        if (raw && p != end && (*p == U'x' || *p == U'X')) return pass::needs_locale_patterns;
+        const wchar* const flags = p;
         bool long_form = false;
-        if (next_is([](wchar f) { return f == U'#'; })) long_form = true;
-        else next_is([](wchar f) { return f == U'0'; });
-        next_is([](wchar f) { return f >= U'1' && f <= U'9'; });
-        if (next_is([](wchar f) { return f == U'+'; })) v.calendar_years = true;
-        const bool forced_lower = next_is([](wchar f) { return f == U'?'; });
-        if (i == p.size()) return false;
-        wchar letter = p[i++];
+        if (p != end && (*p == U'#' || *p == U'0')) long_form = *p++ == U'#';
+        if (p != end && *p >= U'1' && *p <= U'9') ++p;
+        if (p != end && *p == U'+') {
+            v.calendar_years = true;
+            ++p;
+        }
+        bool forced_lower = false;
+        if (p != end && *p == U'?') {
+            forced_lower = true;
+            ++p;
+        }
+        if (p == end) return pass::refused;
+        wchar letter = *p++;
         if (letter == U'%') {
+            if (raw && p - 1 != flags) return pass::needs_locale_patterns;
             out.put(U'%');
             continue;
         }
         // ASCII is enough: a letter outside it is unsupported, as a non-letter is.
-        if (!is_ascii_letter(letter)) return false;
+        if (!is_ascii_letter(letter)) return pass::refused;
         bool lower = forced_lower || (letter >= U'a' && letter <= U'z');
         if (letter >= U'a' && letter <= U'z') letter = letter - U'a' + U'A';
         if (lower && letter == U'M') {  // "%m" is the month number, read as "%N"
             letter = U'N';
             lower = false;
         }
-        if (!put_directive(out, v, letter, lower, long_form)) return false;
+        if (!put_directive(out, v, letter, lower, long_form)) return pass::refused;
     }
-    return true;
+    return pass::done;
+}
+
+// A cut text that used "%z" or "%Z": the last 6 cells become a blank and the offset, so the
+// offset is never cut.
+void keep_zone_offset(const OutputField& field, std::int32_t span, const Value& value) {
+    wchar tail[zone_text_cells + 1];
+    tail[0] = U' ';
+    wchar offset[zone_text_cells];
+    zone_text(value, offset);
+    std::copy(std::begin(offset), std::end(offset), tail + 1);
+    const std::int32_t n = std::min<std::int32_t>(span, zone_text_cells + 1);
+    field.write(span - n, std::u32string_view(tail + (zone_text_cells + 1 - n), static_cast<std::size_t>(n)));
 }
 
 std::int32_t clamp_length(std::int64_t n) {
@@ -503,25 +520,26 @@ std::int64_t calendar_year(std::u32string_view code, std::int64_t year, std::int
 std::int32_t expand(const wchar* pattern, std::int32_t length, wchar* output, std::int32_t capacity,
                     std::int32_t* width, std::uint32_t decimals, const PropertyCache& properties,
                     void* zone, double day_number, double hour, double minute, double seconds) {
-    // Pass 1 keeps the first work_cells characters of its result. Most patterns hold no "%x" or
-    // "%X": their result is the pattern itself, read in place.
-    std::u32string_view directives;
-    wchar substituted_cells[work_cells];
-    if (pattern && length > 0) {
-        const std::u32string_view whole(pattern, static_cast<std::size_t>(length));
-        if (needs_locale_patterns(whole)) {
-            Text substituted(substituted_cells, work_cells);
-            substitute_locale_patterns(whole, properties, substituted);
-            directives = substituted.stored();
-        } else {
-            directives = whole.substr(0, work_cells);
-        }
-    }
-
+    const std::u32string_view whole =
+        pattern && length > 0 ? std::u32string_view(pattern, static_cast<std::size_t>(length)) : std::u32string_view();
     Value value = derive(properties, zone, decimals, day_number, hour, minute, seconds);
     wchar text_cells[work_cells];
     Text text(text_cells, work_cells);
-    if (!run_directives(directives, value, text)) return expand_bad_directive;
+
+    // Pass 1 keeps the first work_cells characters of its result, and most patterns come out of
+    // it unchanged: pass 2 reads them in place, and only a pattern it hands back goes through
+    // pass 1 first.
+    pass result = pass::needs_locale_patterns;
+    if (whole.size() <= static_cast<std::size_t>(work_cells)) result = run_directives(whole, value, text, true);
+    if (result == pass::needs_locale_patterns) {
+        wchar substituted_cells[work_cells];
+        Text substituted(substituted_cells, work_cells);
+        substitute_locale_patterns(whole, properties, substituted);
+        value = derive(properties, zone, decimals, day_number, hour, minute, seconds);
+        text = Text(text_cells, work_cells);
+        result = run_directives(substituted.stored(), value, text, false);
+    }
+    if (result != pass::done) return expand_bad_directive;
 
     if (!output) return clamp_length(text.count());
 
@@ -544,16 +562,7 @@ std::int32_t expand(const wchar* pattern, std::int32_t length, wchar* output, st
     const std::u32string_view head = kept.substr(0, static_cast<std::size_t>(span));
     field.write(0, head);
     field.fill(static_cast<std::int64_t>(head.size()), field.stored(), U' ');
-    if (value.zone_used) {
-        // The offset is never cut: the last 6 cells become a blank and the offset.
-        wchar tail[zone_text_cells + 1];
-        tail[0] = U' ';
-        wchar offset[zone_text_cells];
-        zone_text(value, offset);
-        std::copy(std::begin(offset), std::end(offset), tail + 1);
-        const std::int32_t n = std::min<std::int32_t>(span, zone_text_cells + 1);
-        field.write(span - n, std::u32string_view(tail + (zone_text_cells + 1 - n), static_cast<std::size_t>(n)));
-    }
+    if (value.zone_used) keep_zone_offset(field, span, value);
     return expand_cut;
 }
 
