@@ -44,6 +44,18 @@ double clock_second(double x) {
     return fmod_by_whole(minute_route(x), minute_seconds);
 }
 
+datetime_parts split_datetime(double x) {
+    const auto whole = static_cast<std::int64_t>(x);  // |x| < 2^40 in the range
+    if (static_cast<double>(whole) != x) return {date_part(x), clock_hour(x), clock_minute(x), clock_second(x)};
+    // Both routes to the seconds into the day give floor_mod for a whole value: the hour's adds
+    // a day to a negative remainder, the minute's takes a day less its magnitude, which is
+    // 86400 only for a negative multiple of a day, whose minute and second are 0 either way.
+    // And (x + 11928470400) / 86400 is far enough from the next whole number not to round up.
+    const std::int64_t into_day = floor_mod(whole, seconds_per_day);  // [0, 86399]
+    return {static_cast<double>(floor_div(whole, seconds_per_day)), static_cast<double>(into_day / 3600),
+            static_cast<double>(into_day % 3600 / 60), static_cast<double>(into_day % 60)};
+}
+
 double date_part(double x) {
     if (is_nan(x)) return x;
     if (!in_datetime_range(x)) return missing_value();

@@ -184,17 +184,21 @@ constexpr date_fields fields_from_day(std::int64_t day) {
     const std::uint32_t n3 = 2141 * day_of_march_year + 197913;
     const std::uint32_t month_from_march = n3 >> 16;                                   // [3, 14]
     const std::uint32_t day_of_month = (n3 & 0xFFFF) / 2141 + 1;                       // [1, 31]
-    const bool january_or_february = day_of_march_year >= january_in_march_year;
-    const std::int64_t year = std::int64_t{100} * century + year_of_century + (january_or_february ? 1 : 0);
-    const auto month = static_cast<std::int32_t>(january_or_february ? month_from_march - 12 : month_from_march);
-    // January and February count from 1 January. March on adds 59 days and this calendar's leap
-    // day (by 4, not by 100 unless by 400, never by 4000), asked of the century and the year in
-    // it: from March on, the calendar year is the year that began on 1 March.
-    const bool leap = year_of_century % 4 == 0 &&
-                      (year_of_century != 0 || (century % 4 == 0 && century % 40 != 0));
-    const auto day_of_year = static_cast<std::int32_t>(
-        january_or_february ? day_of_march_year - (january_in_march_year - 1)
-                            : day_of_march_year + 60 + (leap ? 1 : 0));
+    // January and February (1 in the year that began on 1 March, else 0) belong to the next
+    // calendar year; 1 January is day 306 of the year from 1 March. Arithmetic, not branches:
+    // the values come in any order, and one date in six would mispredict.
+    const std::uint32_t january_or_february = day_of_march_year >= january_in_march_year ? 1 : 0;
+    const std::int64_t year = std::int64_t{100} * century + year_of_century + january_or_february;
+    const auto month = static_cast<std::int32_t>(month_from_march - 12 * january_or_february);
+    // This calendar's leap day (by 4, not by 100 unless by 400, never by 4000), asked of the
+    // century and the year in it: from March on, the calendar year is the year that began on
+    // 1 March. Bitwise, not short-circuit: a leap year is one date in four.
+    const std::uint32_t leap = (year_of_century % 4 == 0) &
+                               ((year_of_century != 0) | ((century % 4 == 0) & (century % 40 != 0)));
+    // Day of year: March on adds 59 days and the leap day; January and February count from
+    // 1 January (day_of_march_year - 305), which is the same sum less 365 and the leap day.
+    const auto day_of_year =
+        static_cast<std::int32_t>(day_of_march_year + 60 + leap - january_or_february * (365 + leap));
     return {year, month, static_cast<std::int32_t>(day_of_month), day_of_year};
 }
 

@@ -1,4 +1,6 @@
 #include <algorithm>
+#include <array>
+#include <cstring>
 #include <cmath>
 #include <limits>
 #include <string_view>
@@ -22,8 +24,23 @@ namespace prop = locale::prop;
 
 using locale::property_text;
 
+// Names are copied in whole blocks of this many cells (a property's value has room for ten of
+// them), so that the copy does not branch on the name's length.
+constexpr std::int64_t name_block = 16;
+static_assert(property_value_cells % name_block == 0);
+constexpr std::array<wchar, name_block> blank_block = [] {
+    std::array<wchar, name_block> b{};
+    b.fill(U' ');
+    return b;
+}();
+// Blanks over [at, at + n) rounded up to whole blocks: the caller has the room.
+void blank_blocks(wchar* at, std::int64_t n) {
+    for (std::int64_t i = 0; i < n; i += name_block) std::memcpy(at + i, blank_block.data(), sizeof blank_block);
+}
+
 // Appends into fixed cells: stores what fits and counts everything, so that a measuring call
-// answers the whole length however long the text grows.
+// answers the whole length however long the text grows. The fast writers may leave scratch in
+// the name_block cells after the text (never past the capacity); blank_scratch() blanks them.
 class Text {
 public:
     Text(wchar* cells, std::int32_t capacity) : cells_(cells), capacity_(capacity) {}
@@ -43,6 +60,17 @@ public:
         put(first);
         put(second);
     }
+    // The own digits of v in [0, 99] (one or two), without a branch on which.
+    void put_own_digits(const std::array<wchar, 2>& pair, bool two) {
+        if (count_ + 2 <= capacity_) {
+            cells_[count_] = two ? pair[0] : pair[1];
+            cells_[count_ + 1] = pair[1];  // scratch after a single digit
+            count_ += two ? 2 : 1;
+            return;
+        }
+        if (two) put(pair[0]);
+        put(pair[1]);
+    }
     // One bound test, then a block copy of what fits.
     void append(std::u32string_view s) {
         const auto n = static_cast<std::int64_t>(s.size());
@@ -50,10 +78,28 @@ public:
         std::copy_n(s.data(), stored, cells_ + std::min(count_, capacity_));
         count_ += n;
     }
+    // The text of a property: whole name_block blocks from its value (which holds
+    // property_value_cells + 1 cells), the cells past the name being scratch.
+    void append_property(const Property& property) {
+        const std::u32string_view s = property_text_of(property);
+        const auto n = static_cast<std::int64_t>(s.size());  // [0, 160]
+        if (count_ + static_cast<std::int64_t>(property_value_cells) > capacity_) return append(s);
+        for (std::int64_t i = 0; i < n; i += name_block)
+            std::memcpy(cells_ + count_ + i, property.value + i, name_block * sizeof(wchar));
+        count_ += n;
+    }
     // n copies of c.
     void repeat(wchar c, std::int64_t n) {
         for (; n > 0 && count_ < capacity_; --n) cells_[count_++] = c;
         count_ += std::max<std::int64_t>(n, 0);
+    }
+    // Blanks over the scratch the fast writers may have left after the text.
+    void blank_scratch() {
+        if (count_ + name_block <= capacity_) {
+            std::memcpy(cells_ + count_, blank_block.data(), sizeof blank_block);
+        } else if (count_ < capacity_) {
+            std::fill(cells_ + count_, cells_ + capacity_, U' ');
+        }
     }
     bool full() const { return count_ >= capacity_; }
     std::int64_t count() const { return count_; }
@@ -62,6 +108,10 @@ public:
     }
 
 private:
+    static std::u32string_view property_text_of(const Property& p) {
+        return {p.value, static_cast<std::size_t>(p.length < property_value_cells ? p.length : property_value_cells)};
+    }
+
     wchar* cells_;
     std::int64_t capacity_;
     std::int64_t count_ = 0;
@@ -74,7 +124,7 @@ struct Part {
     std::int64_t value;
 };
 constexpr double part_limit = 1e15;
-Part part_of(double x) {
+[[gnu::always_inline]] inline Part part_of(double x) {
     if (!(std::fabs(x) < part_limit)) return {false, 0};
     return {true, static_cast<std::int64_t>(std::trunc(x))};
 }
@@ -137,15 +187,22 @@ constexpr std::u32string_view missing_part = U"**";
     out.append({digits, static_cast<std::size_t>(count)});
 }
 
+// "00" to "99": the two cells of every number below 100.
+constexpr auto digit_pairs = [] {
+    std::array<std::array<wchar, 2>, 100> pairs{};
+    for (std::uint32_t v = 0; v < 100; ++v)
+        pairs[v] = {static_cast<wchar>(U'0' + v / 10), static_cast<wchar>(U'0' + v % 10)};
+    return pairs;
+}();
+
 // The same text; numbers in [0, 99], nearly all of them, take no loop and no call.
-void put_number(Text& out, std::int64_t n, std::int32_t width, wchar fill) {
+[[gnu::always_inline]] inline void put_number(Text& out, std::int64_t n, std::int32_t width, wchar fill) {
     if (static_cast<std::uint64_t>(n) < 100) {
-        const auto v = static_cast<std::uint32_t>(n);
-        const auto tens = static_cast<wchar>(U'0' + v / 10);
-        const auto ones = static_cast<wchar>(U'0' + v % 10);
+        const std::array<wchar, 2>& pair = digit_pairs[static_cast<std::size_t>(n)];
         // Two digits, a leading zero written as the fill ("0", or " " for "%e" and "%o").
-        if (width == 2 && fill != 0) return out.put_pair(v < 10 ? fill : tens, ones);
-        if (fill == 0) return v < 10 ? out.put(ones) : out.put_pair(tens, ones);
+        if (width == 2 && fill == U'0') return out.put_pair(pair[0], pair[1]);
+        if (width == 2 && fill != 0) return out.put_pair(n < 10 ? fill : pair[0], pair[1]);
+        if (fill == 0) return out.put_own_digits(pair, n >= 10);
     }
     put_number_by_i2s(out, n, width, fill);
 }
@@ -171,7 +228,7 @@ void put_hour(Text& out, Part h, wchar pad) {
     put_number(out, h.value, 2, pad);
 }
 
-void put_two(Text& out, Part p, wchar pad) {
+[[gnu::always_inline]] inline void put_two(Text& out, Part p, wchar pad) {
     if (!p.present) return out.append(missing_part);
     put_number(out, p.value, 2, pad);
 }
@@ -186,12 +243,12 @@ void put_two(Text& out, Part p, wchar pad) {
 }
 
 // A name of a set of `count` names, blank-padded to the set's longest when `padded`.
-void put_name(Text& out, const Value& v, std::size_t first, std::int32_t index, std::int32_t count,
+[[gnu::always_inline]] inline void put_name(Text& out, const Value& v, std::size_t first, std::int32_t index, std::int32_t count,
               bool padded) {
     if (index < 0 || index >= count) return out.append(missing_part);
-    const std::u32string_view name = property_text(*v.properties, first + static_cast<std::size_t>(index));
-    out.append(name);
-    if (padded) pad_name(out, v, first, count, name.size());
+    const Property& name = v.properties->properties[first + static_cast<std::size_t>(index)];
+    out.append_property(name);
+    if (padded) pad_name(out, v, first, count, property_text(*v.properties, first + static_cast<std::size_t>(index)).size());
 }
 
 constexpr std::int32_t weekdays = 7;
@@ -436,7 +493,16 @@ enum class pass { done, refused, needs_locale_patterns };
 // pass 1. Pass 1 pairs each "%" with the character after it, the directive's own reading when
 // it has no flags; flags are never "%", so both read the same pairs except after "%", flags,
 // "%", where pass 2 stops as well. Up to where it stops, the text is pass 1's.
-pass run_directives(std::u32string_view pattern, Value& v, Text& out, bool raw) {
+pass run_directives_on(std::u32string_view pattern, Value& v, Text& out, bool raw);
+pass run_directives(std::u32string_view pattern, Value& v, Text& text, bool raw) {
+    // On a text of its own, which the writers' stores into the cells cannot alias: the loop
+    // keeps its count without reloading it after every character (measured: 5 to 10 ns).
+    Text out = text;
+    const pass result = run_directives_on(pattern, v, out, raw);
+    text = out;
+    return result;
+}
+pass run_directives_on(std::u32string_view pattern, Value& v, Text& out, bool raw) {
     const wchar* p = pattern.data();
     const wchar* const end = p + pattern.size();
     while (p != end) {
@@ -445,7 +511,6 @@ pass run_directives(std::u32string_view pattern, Value& v, Text& out, bool raw) 
             out.put(c);
             continue;
         }
-        if (raw && p != end && (*p == U'x' || *p == U'X')) return pass::needs_locale_patterns;
         const wchar* const flags = p;
         bool long_form = false;
         if (p != end && (*p == U'#' || *p == U'0')) long_form = *p++ == U'#';
@@ -461,8 +526,11 @@ pass run_directives(std::u32string_view pattern, Value& v, Text& out, bool raw) 
         }
         if (p == end) return pass::refused;
         wchar letter = *p++;
+        // Where pass 1 would have read differently: "%x" or "%X" (a pair it substitutes), and
+        // "%", flags, "%" (it pairs the second "%" with what follows).
+        const bool flagged = p - 1 != flags;
         if (letter == U'%') {
-            if (raw && p - 1 != flags) return pass::needs_locale_patterns;
+            if (raw && flagged) return pass::needs_locale_patterns;
             out.put(U'%');
             continue;
         }
@@ -474,7 +542,8 @@ pass run_directives(std::u32string_view pattern, Value& v, Text& out, bool raw) 
             letter = U'N';
             lower = false;
         }
-        if (!put_directive(out, v, letter, lower, long_form)) return pass::refused;
+        if (!put_directive(out, v, letter, lower, long_form))
+            return raw && !flagged && letter == U'X' ? pass::needs_locale_patterns : pass::refused;
     }
     return pass::done;
 }
@@ -497,6 +566,9 @@ std::int32_t clamp_length(std::int64_t n) {
 
 // Rounds to a multiple of 10^-decimals; the whole seconds stay exact.
 double round_to_decimals(double x, std::uint32_t decimals) {
+    // A whole number below 2^53 comes back as it is (-0 as +0, as the sum below gives it),
+    // without the library's floor and round.
+    if (std::fabs(x) < 9007199254740992.0 && static_cast<double>(static_cast<std::int64_t>(x)) == x) return x + 0.0;
     const double scale = zpowten[std::min(decimals, max_rounding_decimals)];
     const double whole = std::floor(x);
     return whole + std::round((x - whole) * scale) / scale;
@@ -522,8 +594,19 @@ std::int32_t expand(const wchar* pattern, std::int32_t length, wchar* output, st
                     void* zone, double day_number, double hour, double minute, double seconds) {
     const std::u32string_view whole =
         pattern && length > 0 ? std::u32string_view(pattern, static_cast<std::size_t>(length)) : std::u32string_view();
+    // |width| in 64 bits: the most negative width has no 32-bit magnitude.
+    const std::int64_t requested = *width;
+    const auto span = static_cast<std::int32_t>(
+        std::min<std::int64_t>(std::abs(requested), std::numeric_limits<std::int32_t>::max()));
+    const OutputField field(output, span, capacity);
+    // A left-aligned field is copied whole from the working text, blanks included: its first
+    // `framed` cells are blanked before each run, and the scratch after the text after it. The
+    // copy then has the same length on every call (no branch on the text's length).
+    const bool framed_copy = output && requested >= 0;
+    const std::int32_t framed = framed_copy ? std::min(field.stored(), work_cells) : 0;
+
     Value value = derive(properties, zone, decimals, day_number, hour, minute, seconds);
-    wchar text_cells[work_cells];
+    wchar text_cells[work_cells + name_block];  // blank blocks may end past the text's cells
     Text text(text_cells, work_cells);
 
     // Pass 1 keeps the first work_cells characters of its result, and most patterns come out of
@@ -543,25 +626,28 @@ std::int32_t expand(const wchar* pattern, std::int32_t length, wchar* output, st
 
     if (!output) return clamp_length(text.count());
 
-    // |width| in 64 bits: the most negative width has no 32-bit magnitude.
-    const std::int64_t requested = *width;
-    const auto span = static_cast<std::int32_t>(
-        std::min<std::int64_t>(std::abs(requested), std::numeric_limits<std::int32_t>::max()));
-    const OutputField field(output, span, capacity);
-    const std::u32string_view kept = text.stored();
-    if (text.count() <= span) {
-        // Blanks, the text left (right for a negative width), blanks: each cell written once.
-        const auto length_out = static_cast<std::int32_t>(text.count());
-        const std::int64_t at = requested < 0 ? span - length_out : 0;
+    const bool fits = text.count() <= span;
+    if (framed_copy) {
+        // The text (or, cut, its first cells) and the blanks after it.
+        const std::int64_t text_end = std::min<std::int64_t>(text.count(), work_cells);
+        blank_blocks(text_cells + text_end, framed - text_end);
+        field.write(0, std::u32string_view(text_cells, static_cast<std::size_t>(framed)));
+        field.fill(framed, field.stored(), U' ');
+    } else if (fits) {
+        // Right-aligned: blanks, the text, and nothing after it.
+        const std::int64_t at = requested < 0 ? span - text.count() : 0;
         field.fill(0, at, U' ');
-        field.write(at, kept);
-        field.fill(at + static_cast<std::int64_t>(kept.size()), field.stored(), U' ');
-        *width = length_out;
+        field.write(at, text.stored());
+        field.fill(at + static_cast<std::int64_t>(text.stored().size()), field.stored(), U' ');
+    } else {
+        const std::u32string_view head = text.stored().substr(0, static_cast<std::size_t>(span));
+        field.write(0, head);
+        field.fill(static_cast<std::int64_t>(head.size()), field.stored(), U' ');
+    }
+    if (fits) {
+        *width = static_cast<std::int32_t>(text.count());
         return expand_ok;
     }
-    const std::u32string_view head = kept.substr(0, static_cast<std::size_t>(span));
-    field.write(0, head);
-    field.fill(static_cast<std::int64_t>(head.size()), field.stored(), U' ');
     if (value.zone_used) keep_zone_offset(field, span, value);
     return expand_cut;
 }
@@ -600,8 +686,9 @@ std::int32_t zkfdttm(wchar* output, std::int32_t capacity, std::int32_t* width, 
     if (!calendar::in_datetime_range(datetime)) return expand_out_of_range;
     const double x = round_to_decimals(datetime, decimals);
     if (!calendar::in_datetime_range(x)) return expand_out_of_range;
-    return expand(pattern, length, output, capacity, width, decimals, properties, zone, calendar::date_part(x),
-                  calendar::clock_hour(x), calendar::clock_minute(x), calendar::clock_second(x));
+    const calendar::datetime_parts parts = calendar::split_datetime(x);
+    return expand(pattern, length, output, capacity, width, decimals, properties, zone, parts.date, parts.hour,
+                  parts.minute, parts.second);
 }
 
 std::int32_t zkftime(wchar* output, std::int32_t capacity, std::int32_t* width, const wchar* pattern,
@@ -610,10 +697,19 @@ std::int32_t zkftime(wchar* output, std::int32_t capacity, std::int32_t* width, 
     if (!pattern || length <= 0) return expand_no_pattern;
     if (calendar::is_nan(time) || time < 0) return expand_out_of_range;
     const double t = round_to_decimals(time, decimals);
+    const double missing = calendar::missing_value();
+    if (calendar::in_datetime_range(t) && static_cast<double>(static_cast<std::int64_t>(t)) == t) {
+        // Whole seconds: t / 3600 lies at least 1/3600 below the next whole number, far more than
+        // its rounding, so the floor below is the integer quotient; minute and second as the
+        // clock functions give them.
+        const calendar::datetime_parts parts = calendar::split_datetime(t);
+        return expand(pattern, length, output, capacity, width, decimals, properties, nullptr, missing,
+                      static_cast<double>(static_cast<std::int64_t>(t) / 3600), parts.minute, parts.second);
+    }
     // Not wrapped at 24: a duration of 30 hours shows hour 30.
     const double hour = std::floor(std::fabs(t / 3600));
-    return expand(pattern, length, output, capacity, width, decimals, properties, nullptr,
-                  calendar::missing_value(), hour, calendar::clock_minute(t), calendar::clock_second(t));
+    return expand(pattern, length, output, capacity, width, decimals, properties, nullptr, missing, hour,
+                  calendar::clock_minute(t), calendar::clock_second(t));
 }
 
 }  // namespace vxlocfmt::nldate
