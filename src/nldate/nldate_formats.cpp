@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "calendar/day_number.h"
 #include "calendar/missing_value.h"
 #include "frame/field.h"
 #include "frame/kernel.h"
@@ -61,12 +62,17 @@ namespace {
 
 // Missing and out-of-range values by the format's kind; false when the field is already written.
 bool value_usable(FmtCall& call, value_kind kind) {
+    // A value in range is zdatrng's 0 without the call; the rest it writes itself.
+    const double value = *static_cast<const double*>(call.input);
     switch (kind) {
-    case value_kind::date: return calendar::zdatrng(call, calendar::range_kind_date) == calendar::range_ok;
-    case value_kind::datetime: return calendar::zdatrng(call, calendar::range_kind_datetime) == calendar::range_ok;
+    case value_kind::date:
+        return calendar::in_day_range(value) || calendar::zdatrng(call, calendar::range_kind_date) == calendar::range_ok;
+    case value_kind::datetime:
+        return calendar::in_datetime_range(value) ||
+               calendar::zdatrng(call, calendar::range_kind_datetime) == calendar::range_ok;
     case value_kind::time:
         // Any time is tried; a negative one is refused by the expander and falls through.
-        return calendar::zdatrng(call, 0) == calendar::range_ok;
+        return !calendar::is_nan(value) || calendar::zdatrng(call, 0) == calendar::range_ok;
     }
     return false;
 }

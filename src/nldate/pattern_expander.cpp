@@ -39,8 +39,9 @@ void blank_blocks(wchar* at, std::int64_t n) {
 }
 
 // Appends into fixed cells: stores what fits and counts everything, so that a measuring call
-// answers the whole length however long the text grows. The fast writers may leave scratch in
-// the name_block cells after the text (never past the capacity); blank_scratch() blanks them.
+// answers the whole length however long the text grows. The fast writers (put_own,
+// append_property) may leave scratch in the name_block cells after the text, never past the
+// capacity: what is read past count() is the reader's to blank.
 class Text {
 public:
     Text(wchar* cells, std::int32_t capacity) : cells_(cells), capacity_(capacity) {}
@@ -50,26 +51,27 @@ public:
         ++count_;
     }
     // Two characters, the shape of every two-digit number.
-    void put_pair(wchar first, wchar second) {
+    void put_pair(const std::array<wchar, 2>& pair) {
         if (count_ + 2 <= capacity_) {
-            cells_[count_] = first;
-            cells_[count_ + 1] = second;
+            cells_[count_] = pair[0];
+            cells_[count_ + 1] = pair[1];
             count_ += 2;
             return;
         }
-        put(first);
-        put(second);
+        put(pair[0]);
+        put(pair[1]);
     }
-    // The own digits of v in [0, 99] (one or two), without a branch on which.
-    void put_own_digits(const std::array<wchar, 2>& pair, bool two) {
+    // The first `length` (1 or 2) of two cells, the second one written as scratch when not
+    // counted: no branch on the length.
+    void put_own(const std::array<wchar, 2>& cells, std::int64_t length) {
         if (count_ + 2 <= capacity_) {
-            cells_[count_] = two ? pair[0] : pair[1];
-            cells_[count_ + 1] = pair[1];  // scratch after a single digit
-            count_ += two ? 2 : 1;
+            cells_[count_] = cells[0];
+            cells_[count_ + 1] = cells[1];
+            count_ += length;
             return;
         }
-        if (two) put(pair[0]);
-        put(pair[1]);
+        put(cells[0]);
+        if (length == 2) put(cells[1]);
     }
     // One bound test, then a block copy of what fits.
     void append(std::u32string_view s) {
@@ -92,14 +94,6 @@ public:
     void repeat(wchar c, std::int64_t n) {
         for (; n > 0 && count_ < capacity_; --n) cells_[count_++] = c;
         count_ += std::max<std::int64_t>(n, 0);
-    }
-    // Blanks over the scratch the fast writers may have left after the text.
-    void blank_scratch() {
-        if (count_ + name_block <= capacity_) {
-            std::memcpy(cells_ + count_, blank_block.data(), sizeof blank_block);
-        } else if (count_ < capacity_) {
-            std::fill(cells_ + count_, cells_ + capacity_, U' ');
-        }
     }
     bool full() const { return count_ >= capacity_; }
     std::int64_t count() const { return count_; }
@@ -149,7 +143,7 @@ struct Value {
     bool zone_used = false;       // "%z" or "%Z" was met: a cut keeps the zone offset
 };
 
-Value derive(const PropertyCache& properties, void* zone, std::uint32_t decimals, double day_number,
+[[gnu::always_inline]] inline Value derive(const PropertyCache& properties, void* zone, std::uint32_t decimals, double day_number,
              double hour, double minute, double seconds) {
     Value v;
     v.day_number = day_number;
@@ -187,22 +181,51 @@ constexpr std::u32string_view missing_part = U"**";
     out.append({digits, static_cast<std::size_t>(count)});
 }
 
-// "00" to "99": the two cells of every number below 100.
-constexpr auto digit_pairs = [] {
-    std::array<std::array<wchar, 2>, 100> pairs{};
-    for (std::uint32_t v = 0; v < 100; ++v)
-        pairs[v] = {static_cast<wchar>(U'0' + v / 10), static_cast<wchar>(U'0' + v % 10)};
-    return pairs;
+// The cells of every number below 100, each way it is written, looked up rather than decided:
+// a branch on "below 10" mispredicts on values in any order. Own digits come as the one or two
+// digits and a scratch cell.
+struct number_cells {
+    std::array<wchar, 2> zero_padded;   // "07"
+    std::array<wchar, 2> blank_padded;  // " 7"
+    std::array<wchar, 2> own;           // "7" and scratch, or "17"
+    std::int64_t own_length;            // 1 or 2
+};
+constexpr auto small_numbers = [] {
+    std::array<number_cells, 100> cells{};
+    for (std::uint32_t v = 0; v < 100; ++v) {
+        const auto tens = static_cast<wchar>(U'0' + v / 10);
+        const auto ones = static_cast<wchar>(U'0' + v % 10);
+        cells[v] = {{tens, ones}, {v < 10 ? U' ' : tens, ones}, {v < 10 ? ones : tens, ones}, v < 10 ? 1 : 2};
+    }
+    return cells;
 }();
 
-// The same text; numbers in [0, 99], nearly all of them, take no loop and no call.
+// Hours below 100 as "%I", "%l" and "%p" read them, looked up for the same reason: every other
+// hour is past 12.
+struct hour_reading {
+    std::uint8_t twelve_l;   // the hour up to 12, else the hour modulo 12
+    std::uint8_t twelve_i;   // the same with 0 as 12
+    std::uint8_t afternoon;  // hour modulo 24 from 12 on
+};
+constexpr auto small_hours = [] {
+    std::array<hour_reading, 100> hours{};
+    for (std::uint32_t h = 0; h < hours.size(); ++h) {
+        const auto twelve = static_cast<std::uint8_t>(h > 12 ? h % 12 : h);
+        hours[h] = {twelve, static_cast<std::uint8_t>(twelve == 0 ? 12 : twelve),
+                    static_cast<std::uint8_t>(h % 24 >= 12 ? 1 : 0)};
+    }
+    return hours;
+}();
+
+// The same text as put_number_by_i2s; numbers in [0, 99], nearly all of them, take no loop, no
+// call and no branch on the number.
 [[gnu::always_inline]] inline void put_number(Text& out, std::int64_t n, std::int32_t width, wchar fill) {
     if (static_cast<std::uint64_t>(n) < 100) {
-        const std::array<wchar, 2>& pair = digit_pairs[static_cast<std::size_t>(n)];
+        const number_cells& cells = small_numbers[static_cast<std::size_t>(n)];
         // Two digits, a leading zero written as the fill ("0", or " " for "%e" and "%o").
-        if (width == 2 && fill == U'0') return out.put_pair(pair[0], pair[1]);
-        if (width == 2 && fill != 0) return out.put_pair(n < 10 ? fill : pair[0], pair[1]);
-        if (fill == 0) return out.put_own_digits(pair, n >= 10);
+        if (width == 2 && fill == U'0') return out.put_pair(cells.zero_padded);
+        if (width == 2 && fill == U' ') return out.put_pair(cells.blank_padded);
+        if (fill == 0) return out.put_own(cells.own, cells.own_length);
     }
     put_number_by_i2s(out, n, width, fill);
 }
@@ -293,12 +316,16 @@ void put_fraction(Text& out, const Value& v) {
 
 // "%p": the morning marker below hour 12 (modulo 24), else the afternoon one. A missing hour
 // writes "**" and then the morning marker, as a negative hour would: deliberate.
-void put_marker(Text& out, const Value& v) {
-    bool morning = true;
-    if (v.hour.present) morning = v.hour.value % 24 < 12;
-    else out.append(missing_part);
-    const std::u32string_view marker = property_text(*v.properties, morning ? prop::am : prop::pm);
-    out.append(!marker.empty() ? marker : morning ? U"AM" : U"PM");
+[[gnu::always_inline]] inline void put_marker(Text& out, const Value& v) {
+    std::size_t afternoon = 0;
+    if (!v.hour.present) out.append(missing_part);
+    else if (static_cast<std::uint64_t>(v.hour.value) < small_hours.size())
+        afternoon = small_hours[static_cast<std::size_t>(v.hour.value)].afternoon;
+    else afternoon = v.hour.value % 24 < 12 ? 0 : 1;
+    static_assert(prop::pm == prop::am + 1);
+    const std::size_t number = prop::am + afternoon;
+    if (!property_text(*v.properties, number).empty()) return out.append_property(v.properties->properties[number]);
+    out.append(afternoon ? U"PM" : U"AM");
 }
 
 // The week triple of the value's date: get_yywwdd's answer, from the fields already derived.
@@ -337,7 +364,7 @@ void put_year(Text& out, const Value& v, bool four, wchar pad) {
 
 // One directive, its letter folded to upper case ("%m" already turned into "N"). False: the
 // directive is not supported.
-bool put_directive(Text& out, Value& v, wchar letter, bool lower, bool long_form) {
+[[gnu::always_inline]] inline bool put_directive(Text& out, Value& v, wchar letter, bool lower, bool long_form) {
     const wchar pad = long_form ? 0 : U'0';
     const wchar blank_pad = long_form ? 0 : U' ';
     const Part day{v.has_date, v.day};
@@ -405,10 +432,16 @@ bool put_directive(Text& out, Value& v, wchar letter, bool lower, bool long_form
     }
     case U'I':
     case U'L': {
-        // The twelve-hour value: the hour up to 12, else the hour modulo 12 (0 stays 0, 13 is 1).
+        // The twelve-hour value: the hour up to 12, else the hour modulo 12 (0 stays 0, 13 is 1);
+        // "%I" writes 0 as 12.
         Part h = v.hour;
-        if (h.present && h.value > 12) h.value %= 12;
-        if (letter == U'I' && h.present && h.value == 0) h.value = 12;
+        if (h.present && static_cast<std::uint64_t>(h.value) < small_hours.size()) {
+            const hour_reading& r = small_hours[static_cast<std::size_t>(h.value)];
+            h.value = letter == U'I' ? r.twelve_i : r.twelve_l;
+        } else if (h.present) {
+            if (h.value > 12) h.value %= 12;
+            if (letter == U'I' && h.value == 0) h.value = 12;
+        }
         put_two(out, h, pad);
         return true;
     }
@@ -455,7 +488,7 @@ bool put_directive(Text& out, Value& v, wchar letter, bool lower, bool long_form
             out.append(U"XST");  // stands where a zone name would be; kept as the host has it
         }
         return true;
-    default:  // "%R", "%r", and "%X" or "%x" that pass 1 did not replace
+    default:  // "%R" and "%r" ("%X" and "%x" are the caller's)
         return false;
     }
 }
@@ -511,39 +544,49 @@ pass run_directives_on(std::u32string_view pattern, Value& v, Text& out, bool ra
             out.put(c);
             continue;
         }
-        const wchar* const flags = p;
+        wchar letter = p != end ? *p : 0;
         bool long_form = false;
-        if (p != end && (*p == U'#' || *p == U'0')) long_form = *p++ == U'#';
-        if (p != end && *p >= U'1' && *p <= U'9') ++p;
-        if (p != end && *p == U'+') {
-            v.calendar_years = true;
-            ++p;
-        }
-        bool forced_lower = false;
-        if (p != end && *p == U'?') {
-            forced_lower = true;
-            ++p;
-        }
-        if (p == end) return pass::refused;
-        wchar letter = *p++;
-        // Where pass 1 would have read differently: "%x" or "%X" (a pair it substitutes), and
-        // "%", flags, "%" (it pairs the second "%" with what follows).
-        const bool flagged = p - 1 != flags;
-        if (letter == U'%') {
-            if (raw && flagged) return pass::needs_locale_patterns;
-            out.put(U'%');
-            continue;
-        }
+        bool lower;
         // ASCII is enough: a letter outside it is unsupported, as a non-letter is.
-        if (!is_ascii_letter(letter)) return pass::refused;
-        bool lower = forced_lower || (letter >= U'a' && letter <= U'z');
-        if (letter >= U'a' && letter <= U'z') letter = letter - U'a' + U'A';
+        const wchar folded = letter | 0x20;  // ASCII letters in lower case
+        if (folded >= U'a' && folded <= U'z' && folded != U'x') {
+            // The usual directive, a letter and no flags, read in one step.
+            ++p;
+            lower = letter == folded;
+            letter = folded - 0x20;
+        } else {
+            const wchar* const flags = p;
+            if (p != end && (*p == U'#' || *p == U'0')) long_form = *p++ == U'#';
+            if (p != end && *p >= U'1' && *p <= U'9') ++p;
+            if (p != end && *p == U'+') {
+                v.calendar_years = true;
+                ++p;
+            }
+            bool forced_lower = false;
+            if (p != end && *p == U'?') {
+                forced_lower = true;
+                ++p;
+            }
+            if (p == end) return pass::refused;
+            letter = *p++;
+            // Where pass 1 would have read differently: "%x" or "%X" (a pair it substitutes), and
+            // "%", flags, "%" (it pairs the second "%" with what follows).
+            const bool flagged = p - 1 != flags;
+            if (letter == U'%') {
+                if (raw && flagged) return pass::needs_locale_patterns;
+                out.put(U'%');
+                continue;
+            }
+            if (!is_ascii_letter(letter)) return pass::refused;
+            if ((letter | 0x20) == U'x') return raw && !flagged ? pass::needs_locale_patterns : pass::refused;
+            lower = forced_lower || (letter >= U'a' && letter <= U'z');
+            if (letter >= U'a' && letter <= U'z') letter = letter - U'a' + U'A';
+        }
         if (lower && letter == U'M') {  // "%m" is the month number, read as "%N"
             letter = U'N';
             lower = false;
         }
-        if (!put_directive(out, v, letter, lower, long_form))
-            return raw && !flagged && letter == U'X' ? pass::needs_locale_patterns : pass::refused;
+        if (!put_directive(out, v, letter, lower, long_form)) return pass::refused;
     }
     return pass::done;
 }
@@ -599,9 +642,9 @@ std::int32_t expand(const wchar* pattern, std::int32_t length, wchar* output, st
     const auto span = static_cast<std::int32_t>(
         std::min<std::int64_t>(std::abs(requested), std::numeric_limits<std::int32_t>::max()));
     const OutputField field(output, span, capacity);
-    // A left-aligned field is copied whole from the working text, blanks included: its first
-    // `framed` cells are blanked before each run, and the scratch after the text after it. The
-    // copy then has the same length on every call (no branch on the text's length).
+    // A left-aligned field is copied whole from the working text, the blanks after the text
+    // included (written over the writers' scratch there): the copy has the same length on every
+    // call, with no branch on the text's length.
     const bool framed_copy = output && requested >= 0;
     const std::int32_t framed = framed_copy ? std::min(field.stored(), work_cells) : 0;
 
@@ -631,7 +674,7 @@ std::int32_t expand(const wchar* pattern, std::int32_t length, wchar* output, st
         // The text (or, cut, its first cells) and the blanks after it.
         const std::int64_t text_end = std::min<std::int64_t>(text.count(), work_cells);
         blank_blocks(text_cells + text_end, framed - text_end);
-        field.write(0, std::u32string_view(text_cells, static_cast<std::size_t>(framed)));
+        field.write_front(text_cells, framed);
         field.fill(framed, field.stored(), U' ');
     } else if (fits) {
         // Right-aligned: blanks, the text, and nothing after it.
