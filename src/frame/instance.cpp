@@ -59,20 +59,6 @@ status destroy_instance(void* raw) {
     return st::ok;
 }
 
-Instance* find_instance(const FmtCall& call) {
-    if (!call.session) return nullptr;
-    std::uint64_t tag;
-    std::memcpy(&tag, instance_tag, sizeof tag);
-    for (void** entry = call.session + session_word_extensions; *entry; ++entry) {
-        const void* name = static_cast<void**>(*entry)[1];
-        if (!name) continue;
-        std::uint64_t head;
-        std::memcpy(&head, name, sizeof head);
-        if (head == tag) return static_cast<Instance*>(*entry);
-    }
-    return nullptr;
-}
-
 }  // namespace vxlocfmt
 
 using namespace vxlocfmt;

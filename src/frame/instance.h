@@ -9,6 +9,7 @@
 #pragma once
 
 #include <cstdint>
+#include <cstring>
 
 #include "frame/abi.h"
 
@@ -25,7 +26,23 @@ status own_version(void* instance, std::uint64_t* major, std::uint64_t* minor, s
 status destroy_instance(void* instance);
 
 // The library's instance among the session's extensions, or null: the first entry whose name
-// (its second word) begins with the tag "vxlocfmt".
-Instance* find_instance(const FmtCall& call);
+// (its second word) begins with the tag "vxlocfmt". Inline: every call of every format asks.
+inline Instance* find_instance(const FmtCall& call);
+
+// ---- Implementation -----------------------------------------------------------------------
+
+inline Instance* find_instance(const FmtCall& call) {
+    if (!call.session) return nullptr;
+    std::uint64_t tag;
+    std::memcpy(&tag, instance_tag, sizeof tag);
+    for (void** entry = call.session + session_word_extensions; *entry; ++entry) {
+        const void* name = static_cast<void**>(*entry)[1];
+        if (!name) continue;
+        std::uint64_t head;
+        std::memcpy(&head, name, sizeof head);
+        if (head == tag) return static_cast<Instance*>(*entry);
+    }
+    return nullptr;
+}
 
 }  // namespace vxlocfmt

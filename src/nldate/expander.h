@@ -13,6 +13,8 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "calendar/day_number.h"
+#include "calendar/missing_value.h"
 #include "frame/abi.h"
 #include "locale/property_table.h"
 
@@ -54,8 +56,8 @@ std::int32_t expand(const wchar* pattern, std::int32_t length, wchar* output, st
 
 // A date: expand_no_pattern for an empty pattern, expand_out_of_range for a day number outside
 // [-138061, 6589336) or missing; else expand with no time parts, decimals 0 and no zone.
-std::int32_t zkfdate(wchar* output, std::int32_t capacity, std::int32_t* width, const wchar* pattern,
-                     std::int32_t length, const PropertyCache& properties, double day_number);
+inline std::int32_t zkfdate(wchar* output, std::int32_t capacity, std::int32_t* width, const wchar* pattern,
+                            std::int32_t length, const PropertyCache& properties, double day_number);
 
 // Bit of a property-number length that appends " %z" to the property's pattern.
 inline constexpr std::int32_t pattern_with_zone = 256;
@@ -87,5 +89,16 @@ inline constexpr reign reigns[] = {{-33506, 1868}, {-17321, 1912}, {-12060, 1926
 
 // The year a calendar code shows for a Gregorian year ("TW", "TH", "JP"; any other code: the year).
 std::int64_t calendar_year(std::u32string_view code, std::int64_t year, std::int64_t day_number);
+
+// ---- Implementation -----------------------------------------------------------------------
+
+inline std::int32_t zkfdate(wchar* output, std::int32_t capacity, std::int32_t* width, const wchar* pattern,
+                            std::int32_t length, const PropertyCache& properties, double day_number) {
+    if (!pattern || length <= 0) return expand_no_pattern;
+    if (!calendar::in_day_range(day_number)) return expand_out_of_range;
+    const double missing = calendar::missing_value();
+    return expand(pattern, length, output, capacity, width, 0, properties, nullptr, day_number, missing, missing,
+                  missing);
+}
 
 }  // namespace vxlocfmt::nldate

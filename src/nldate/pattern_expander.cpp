@@ -695,15 +695,6 @@ std::int32_t expand(const wchar* pattern, std::int32_t length, wchar* output, st
     return expand_cut;
 }
 
-std::int32_t zkfdate(wchar* output, std::int32_t capacity, std::int32_t* width, const wchar* pattern,
-                     std::int32_t length, const PropertyCache& properties, double day_number) {
-    if (!pattern || length <= 0) return expand_no_pattern;
-    if (!calendar::in_day_range(day_number)) return expand_out_of_range;
-    const double missing = calendar::missing_value();
-    return expand(pattern, length, output, capacity, width, 0, properties, nullptr, day_number, missing,
-                  missing, missing);
-}
-
 std::int32_t zkfdttm(wchar* output, std::int32_t capacity, std::int32_t* width, const wchar* pattern,
                      std::int32_t length, std::uint32_t decimals, const PropertyCache& properties,
                      void* zone, double datetime) {
