@@ -23,14 +23,14 @@ namespace vxlocfmt {
 // warnings cannot follow n on a short literal); out of line for everyone else.
 [[gnu::always_inline]] inline void copy_cells_inline(wchar* to, const wchar* from, std::int64_t n) {
     constexpr std::int64_t block = 16;
+    if (n < block) {
+        for (std::int64_t i = 0; i < n; ++i) to[i] = from[i];
+        return;
+    }
     std::int64_t i = 0;
     for (; i + block <= n; i += block) std::memcpy(to + i, from + i, block * sizeof(wchar));
-    for (; i + 4 <= n; i += 4) std::memcpy(to + i, from + i, 4 * sizeof(wchar));
-    if (n - i >= 2) {
-        std::memcpy(to + i, from + i, 2 * sizeof(wchar));
-        i += 2;
-    }
-    if (i < n) to[i] = from[i];
+    // The rest as the last block, overlapping the one before: no call, no branch on the rest.
+    if (i < n) std::memcpy(to + n - block, from + n - block, block * sizeof(wchar));
 }
 [[gnu::noinline]] inline void copy_cells(wchar* to, const wchar* from, std::int64_t n) {
     copy_cells_inline(to, from, n);

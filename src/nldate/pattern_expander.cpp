@@ -672,8 +672,11 @@ std::int32_t expand(const wchar* pattern, std::int32_t length, wchar* output, st
     const bool fits = text.count() <= span;
     if (framed_copy) {
         // The text (or, cut, its first cells) and the blanks after it.
+        // Blanks from the text's end over as many blocks as the field holds, the same number on
+        // every call (however long the text), when the buffer has the room.
         const std::int64_t text_end = std::min<std::int64_t>(text.count(), work_cells);
-        blank_blocks(text_cells + text_end, framed - text_end);
+        const std::int64_t blanks = framed;
+        blank_blocks(text_cells + text_end, text_end + blanks <= work_cells ? blanks : framed - text_end);
         field.write_front(text_cells, framed);
         field.fill(framed, field.stored(), U' ');
     } else if (fits) {
