@@ -11,50 +11,38 @@
 
 namespace {
 
-struct CommandRun {
-    int status;
-    std::vector<std::string> lines;
-};
-
-CommandRun run(const std::string& arguments) {
-    const std::string command = VX_BUILD_DIR "/bin/vxlocfmt " + arguments + " 2>&1";
-    FILE* pipe = popen(command.c_str(), "r");
+// The exit status and the lines of stdout and stderr.
+std::pair<int, std::vector<std::string>> run(const std::string& arguments) {
+    FILE* pipe = popen((VX_BUILD_DIR "/bin/vxlocfmt " + arguments + " 2>&1").c_str(), "r");
     std::string out;
     char buffer[4096];
-    std::size_t n;
-    while ((n = std::fread(buffer, 1, sizeof buffer, pipe)) > 0) out.append(buffer, n);
+    for (std::size_t n; (n = std::fread(buffer, 1, sizeof buffer, pipe)) > 0;) out.append(buffer, n);
     const int status = pclose(pipe);
-    CommandRun r{WIFEXITED(status) ? WEXITSTATUS(status) : -1, {}};
+    std::vector<std::string> lines;
     std::istringstream in(out);
-    for (std::string line; std::getline(in, line);) r.lines.push_back(line);
-    return r;
+    for (std::string line; std::getline(in, line);) lines.push_back(line);
+    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, lines};
 }
 
 TEST(LocaleCommand, PrintsTheTable) {
-    const CommandRun r = run("locale de-DE");
-    ASSERT_EQ(r.status, 0);
-    ASSERT_EQ(r.lines.size(), 189u + 6u);
-    for (std::size_t n = 0; n < 189; ++n) EXPECT_EQ(r.lines[n].substr(0, r.lines[n].find('\t')), std::to_string(n));
-    EXPECT_EQ(r.lines[0], "0\t0\tde_DE");
-    EXPECT_EQ(r.lines[71], "71\t9\tJanuar");  // width: "September", the widest name of the set
-    EXPECT_EQ(r.lines[188], "188\t0\t#,##0.00\u00A0<U0001>") << "the currency placeholder shown as an escape";
-    EXPECT_EQ(r.lines[189].rfind("conventions\t170\tcurrency_symbol=\"\u20AC\"\t", 0), 0u) << r.lines[189];
-    EXPECT_NE(r.lines[194].find("conventions\t186\tcurrency_symbol=\"%\""), std::string::npos);
+    const auto [status, lines] = run("locale de-DE");
+    ASSERT_EQ(status, 0);
+    ASSERT_EQ(lines.size(), 189u + 6u);
+    for (std::size_t n = 0; n < 189; ++n) EXPECT_EQ(lines[n].substr(0, lines[n].find('\t')), std::to_string(n));
+    EXPECT_EQ(lines[0], "0\t0\tde_DE");
+    EXPECT_EQ(lines[71], "71\t9\tJanuar");  // width: "September", the widest name of the set
+    EXPECT_EQ(lines[188], "188\t0\t#,##0.00\u00A0<U0001>") << "the currency placeholder shown as an escape";
+    EXPECT_EQ(lines[189].rfind("conventions\t170\tcurrency_symbol=\"\u20AC\"\t", 0), 0u) << lines[189];
+    EXPECT_NE(lines[194].find("conventions\t186\tcurrency_symbol=\"%\""), std::string::npos);
 }
 
-TEST(LocaleCommand, SessionEncodingReplacements) {
-    const CommandRun r = run("locale ru_RU --encoding ISO-8859-1");
-    ASSERT_EQ(r.status, 0);
-    EXPECT_EQ(r.lines[156], "156\t0\t&#8381;");
-    EXPECT_NE(r.lines[189].find("currency_symbol=\"RUB\""), std::string::npos);
-}
-
-TEST(LocaleCommand, UnknownLocale) {
-    const CommandRun r = run("locale xx_YY");
-    EXPECT_EQ(r.status, 2);
-    ASSERT_EQ(r.lines.size(), 1u);
-    EXPECT_EQ(r.lines[0], "vxlocfmt: unknown locale xx_YY");
-    EXPECT_EQ(run("locale").status, 2);
+TEST(LocaleCommand, SessionEncodingAndUnknownLocale) {
+    const auto [status, lines] = run("locale ru_RU --encoding ISO-8859-1");
+    ASSERT_EQ(status, 0);
+    EXPECT_EQ(lines[156], "156\t0\t&#8381;");
+    EXPECT_NE(lines[189].find("currency_symbol=\"RUB\""), std::string::npos);
+    EXPECT_EQ(run("locale xx_YY"), std::pair(2, std::vector<std::string>{"vxlocfmt: unknown locale xx_YY"}));
+    EXPECT_EQ(run("locale").first, 2);
 }
 
 }  // namespace

@@ -1,27 +1,22 @@
-/*
- * Test helpers for the locale property table: the library's builder run on a call record made
- * of host objects (session pool, locale object or a fake one serving a handcrafted data block,
- * primary and session transcoders), without loading the shared library.
- *
- *   locale_test::Table t("de_DE", "ISO-8859-1");   // built; t.text(prop::am), t.width(71)
- *   locale_test::Block b; b.set(0, "<U00A4>");  locale_test::Table raw(b, "US-ASCII");
- */
+// Test helpers for the locale property table: the library's builder run on a call record made of
+// host objects (session pool, locale object or a fake one serving a handcrafted data block,
+// primary and session transcoders), without loading the shared library.
+//
+//   locale_test::Table t("de_DE", "ISO-8859-1");   // built; t.str(prop::am), t.width(71)
+//   locale_test::Block b; b.set(0, "<U00A4>");  locale_test::Table raw(b, "US-ASCII");
 #pragma once
 
 #include <gtest/gtest.h>
+#include <unicode/uvernum.h>
 
 #include <array>
-#include <cstdint>
 #include <cstring>
-#include <memory>
+#include <stdexcept>
 #include <string>
-#include <string_view>
 #include <vector>
 
-#include "frame/abi.h"
 #include "frame/kernel.h"
 #include "kernel_object.h"
-#include "locale/property_numbers.h"
 #include "locale/property_table.h"
 #include "locale_data.h"
 #include "locale_object.h"
@@ -29,21 +24,26 @@
 #include "text_convert.h"
 #include "transcoder.h"
 
+// The ICU oracles only hold with the ICU the locale data was generated from.
+#define SKIP_UNLESS_DATA_ICU()                                                                              \
+    if (vxhost::locale_data_icu_version() != U_ICU_VERSION)                                                \
+    GTEST_SKIP() << "the locale data comes from ICU " << vxhost::locale_data_icu_version() << " and this " \
+                 << "machine has ICU " << U_ICU_VERSION << ": no oracle"
+
 namespace locale_test {
 
+using vxhost::to_utf8;
 using vxlocfmt::status;
 using vxlocfmt::wchar;
 namespace prop = vxlocfmt::locale::prop;
 
-// A kernel locale data block whose 189 counted strings are set one by one.
+// A kernel locale data block whose 189 counted strings are set one by one; the count may claim
+// more than the text (the builder reads at most 160 bytes).
 class Block {
 public:
-    Block() : bytes_(vxhost::locale_block_size, 0) {}
-    Block& set(std::size_t n, std::string_view raw) { return set_counted(n, raw, raw.size()); }
-    // A byte count that may claim more than the text (the builder reads at most 160 bytes).
-    Block& set_counted(std::size_t n, std::string_view raw, std::size_t count) {
+    Block& set(std::size_t n, std::string_view raw, std::size_t count = std::string_view::npos) {
         unsigned char* slot = bytes_.data() + vxhost::locale_strings_offset + n * vxhost::locale_string_stride;
-        const auto c = static_cast<std::uint16_t>(count);
+        const auto c = static_cast<std::uint16_t>(count == std::string_view::npos ? raw.size() : count);
         std::memcpy(slot, &c, sizeof c);
         std::memcpy(slot + 2, raw.data(), std::min(raw.size(), vxhost::locale_string_stride - 2));
         return *this;
@@ -51,7 +51,7 @@ public:
     const unsigned char* data() const { return bytes_.data(); }
 
 private:
-    std::vector<unsigned char> bytes_;
+    std::vector<unsigned char> bytes_ = std::vector<unsigned char>(vxhost::locale_block_size);
 };
 
 // A locale object whose operation 60 serves a given block and status.
@@ -66,45 +66,17 @@ struct FakeLocale : vxhost::KernelObject<64> {
     }
 };
 
-// A session transcoder that holds only Latin-1 and, on failure, leaves the produced length as the
-// caller preset it: the room test then sees 8.
-struct SilentLatin1 : vxhost::KernelObject<8> {
-    SilentLatin1() { words[vxlocfmt::kernel::object_convert_slot] = vxhost::fn_word(&convert); }
-    static status convert(void*, const void* source, std::int32_t length, void* dest, std::int32_t capacity,
-                          std::int32_t* produced, std::int64_t) {
-        const auto* wide = static_cast<const wchar*>(source);
-        auto* out = static_cast<unsigned char*>(dest);
-        const std::int32_t count = length / 4;
-        for (std::int32_t i = 0; i < count; ++i) {
-            if (wide[i] > 0xFF) return vxhost::status_unmappable;
-            if (i >= capacity) return vxlocfmt::st::does_not_fit;
-            out[i] = static_cast<unsigned char>(wide[i]);
-        }
-        *produced = count;
-        return 0;
-    }
-};
-
 class Table {
 public:
-    // The host's data for `locale`, in a session of `encoding`; built at once.
-    explicit Table(std::string_view locale, std::string_view encoding = "UTF-8") : Table(Parts{}, encoding) {
-        locale_ = vxhost::LocaleObject::create(locale);
+    // The host's data for `locale`, or a handcrafted block, in a session of `encoding` ("": a wide
+    // session, no transcoder) or with the given session transcoder; built at once.
+    explicit Table(std::string_view locale, std::string_view encoding = "UTF-8") : locale_(vxhost::LocaleObject::create(locale)) {
         if (!locale_) throw std::invalid_argument("unknown locale " + std::string(locale));
-        call_.number_format = locale_;
-        code_ = build();
+        init(locale_, encoding, nullptr);
     }
-    // A handcrafted block, in a session of `encoding` (empty: a wide session, no transcoder).
-    Table(const Block& block, std::string_view encoding) : Table(Parts{}, encoding) {
+    Table(const Block& block, std::string_view encoding, void* session_transcoder = nullptr) {
         fake_.block = block.data();
-        call_.number_format = &fake_;
-        code_ = build();
-    }
-    Table(const Block& block, void* session_transcoder) : Table(Parts{}, std::string_view()) {
-        fake_.block = block.data();
-        call_.number_format = &fake_;
-        call_.session_transcoder = session_transcoder;
-        code_ = build();
+        init(&fake_, encoding, session_transcoder);
     }
     ~Table() {
         pool_->destroy();
@@ -115,44 +87,31 @@ public:
     Table(const Table&) = delete;
     Table& operator=(const Table&) = delete;
 
-    status build() { return vxlocfmt::locale::fill_nlfmt_properties(call_, *instance_); }
+    status build() { return vxlocfmt::locale::fill_nlfmt_properties(call_, instance_); }
     status code() const { return code_; }
     vxlocfmt::FmtCall& call() { return call_; }
     void* session_transcoder() const { return call_.session_transcoder; }
     const vxlocfmt::PropertyCache& cache() const { return *call_.property_cache; }
-    std::u32string_view text(std::size_t n) const {
-        const vxlocfmt::Property& p = cache().properties[n];
-        return {p.value, static_cast<std::size_t>(p.length)};
-    }
+    std::u32string_view text(std::size_t n) const { return vxlocfmt::locale::property_text(cache(), n); }
+    std::string str(std::size_t n) const { return to_utf8(text(n)); }
     std::uint32_t width(std::size_t n) const { return cache().properties[n].width; }
-    const vxlocfmt::NumberConventions& conventions(std::size_t key) const {
-        return *cache().properties[key].conventions;
-    }
-    // The raw byte count of a property in the locale object's block.
-    std::size_t raw_length(std::size_t n) const {
-        const unsigned char* block = nullptr;
-        vxlocfmt::kernel::locale_data(call_.number_format, &block);
-        std::uint16_t count;
-        std::memcpy(&count, block + vxhost::locale_strings_offset + n * vxhost::locale_string_stride, 2);
-        return count;
-    }
+    const vxlocfmt::NumberConventions& conventions(std::size_t key) const { return *cache().properties[key].conventions; }
 
 private:
-    struct Parts {};
-    Table(Parts, std::string_view encoding)
-        : instance_(std::make_unique<vxlocfmt::Instance>()),
-          pool_(vxhost::Pool::create("locale test")),
-          primary_(vxhost::Transcoder::create(vxlocfmt::kernel::encoding_locale_text, vxlocfmt::kernel::encoding_wide)) {
-        instance_->primary_transcoder = primary_;
+    void init(void* locale_object, std::string_view encoding, void* session_transcoder) {
+        instance_.primary_transcoder = primary_;
         if (!encoding.empty()) session_ = vxhost::Transcoder::to_session(encoding);
         session_words_[vxlocfmt::session_word_pool] = pool_;
         call_.session = session_words_.data();
-        call_.session_transcoder = session_;
+        call_.session_transcoder = session_transcoder ? session_transcoder : session_;
+        call_.number_format = locale_object;
+        code_ = build();
     }
 
-    std::unique_ptr<vxlocfmt::Instance> instance_;  // only its primary transcoder is read
-    vxhost::Pool* pool_;
-    vxhost::Transcoder* primary_;
+    vxlocfmt::Instance instance_{};  // only its primary transcoder is read
+    vxhost::Pool* pool_ = vxhost::Pool::create("locale test");
+    vxhost::Transcoder* primary_ =
+        vxhost::Transcoder::create(vxlocfmt::kernel::encoding_locale_text, vxlocfmt::kernel::encoding_wide);
     vxhost::Transcoder* session_ = nullptr;
     vxhost::LocaleObject* locale_ = nullptr;
     FakeLocale fake_;
@@ -160,7 +119,5 @@ private:
     vxlocfmt::FmtCall call_{};
     status code_ = 0;
 };
-
-inline std::string utf8(std::u32string_view text) { return vxhost::to_utf8(text); }
 
 }  // namespace locale_test
