@@ -46,7 +46,9 @@ double clock_second(double x) {
 
 datetime_parts split_datetime(double x) {
     const auto whole = static_cast<std::int64_t>(x);  // |x| < 2^40 in the range
-    if (static_cast<double>(whole) != x) return {date_part(x), clock_hour(x), clock_minute(x), clock_second(x)};
+    // Fractions, and -0 (whose minute and second come out as -0), take the four functions.
+    if (static_cast<double>(whole) != x || (whole == 0 && std::signbit(x)))
+        return {date_part(x), clock_hour(x), clock_minute(x), clock_second(x)};
     // Both routes to the seconds into the day give floor_mod for a whole value: the hour's adds
     // a day to a negative remainder, the minute's takes a day less its magnitude, which is
     // 86400 only for a negative multiple of a day, whose minute and second are 0 either way.
