@@ -113,26 +113,28 @@ status format_clock(FmtCall& call, double value) {
     double extra_hours = 0;
     if (a >= 86400) {
         extra_hours = std::floor(a / 86400) * 24;
-        a = std::fmod(a, 86400);
+        a = calendar::fmod_by_whole(a, 86400);
     }
     // Half a unit of the last shown decimal, plus a hair.
     const double r = 5 / powers_of_ten[static_cast<std::size_t>(std::min(d, max_rounding_decimals - 1) + 1)] + 1e-8;
     double carried_hour = 0, carried_minute = 0;
-    if (std::fmod(a, 3600) + r >= 3600) {
+    if (calendar::fmod_by_whole(a, 3600) + r >= 3600) {
         carried_hour = 1;
-        a -= std::fmod(a, 3600);
-    } else if (std::fmod(a, 60) + r >= 60) {
+        a -= calendar::fmod_by_whole(a, 3600);
+    } else if (calendar::fmod_by_whole(a, 60) + r >= 60) {
         carried_minute = 1;
-        a -= std::fmod(a, 60);
+        a -= calendar::fmod_by_whole(a, 60);
     }
-    double hours = extra_hours + calendar::clock_hour(a) + carried_hour;
+    // a is in [0, 86400]: the clock functions' parts, at once.
+    const calendar::datetime_parts clock = calendar::split_datetime(a);
+    double hours = extra_hours + clock.hour + carried_hour;
     if (hours > max_hours) {
         OutputField::of(call).fill(U'*');
         call.produced = w;
         return st::ok;
     }
-    double minutes = calendar::clock_minute(a) + carried_minute;
-    const double s = calendar::clock_second(a);
+    double minutes = clock.minute + carried_minute;
+    const double s = clock.second;
     double whole = std::floor(s);
     double f = s - whole;
 
@@ -211,7 +213,7 @@ VX_EXPORT status vxfmtzfmtimm(FmtCall* call, void*) {
         if ((call->decimals == 0 && fraction >= 0.5 - 1e-12) || (call->decimals == 1 && fraction >= 0.95 - 1e-12))
             value = std::floor(value) + 1;
     }
-    double t = std::fmod(value, 86400);
+    double t = calendar::fmod_by_whole(value, 86400);
     if (t < 0) t += 86400;
     const double h = std::floor(t / 3600);
     const bool pm = h >= 12;

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <string_view>
 
+#include "calendar/clock_parts.h"
 #include "calendar/day_number.h"
 #include "calendar/missing_value.h"
 #include "calendar/week_numbering.h"
@@ -71,7 +72,8 @@ status year_week_format(FmtCall& call, registry::Limits limits, std::u32string_v
     return st::ok;
 }
 
-// The time of day and date part of a datetime as DTWEEKV splits it.
+// The time of day and date part of a datetime as DTWEEKV splits it (fmod_by_whole: std::fmod
+// bit for bit).
 struct split_datetime {
     double date;
     double time;
@@ -79,9 +81,9 @@ struct split_datetime {
 split_datetime split(double x) {
     double time;
     if (x >= 0) {
-        time = std::fmod(x, 86400);
+        time = calendar::fmod_by_whole(x, 86400);
     } else {
-        const double r = std::fmod(-x, 86400);
+        const double r = calendar::fmod_by_whole(-x, 86400);
         time = r == 0 ? 0 : 86400 - r;
     }
     return {(x - time) / 86400, time};
@@ -105,14 +107,18 @@ status dt_week_format(FmtCall& call) {
     const std::int32_t w = call.width;
     const std::int32_t date_width = w < 12 ? w : w < 20 ? 9 : 11;
 
-    // The date part in its sub-field, as WEEKV writes it.
-    FmtCall date_call = call;
-    date_call.width = date_width;
-    date_call.capacity = std::min(date_width, field.stored());
-    date_call.input = &date;
-    if (calendar::zdatrng(date_call, range_kind_date) == range_ok) {
+    // The date part in its sub-field, as WEEKV writes it. A date in range is zdatrng's 0; the
+    // rest goes through zdatrng on a record narrowed to the sub-field, which writes it.
+    const std::int32_t date_capacity = std::min(date_width, field.stored());
+    if (calendar::in_day_range(date)) {
         std::int32_t width = date_width;
-        calendar::zkfweek(field.data(), &width, U'V', 0, date, date_call.capacity);
+        calendar::zkfweek(field.data(), &width, U'V', 0, date, date_capacity);
+    } else {
+        FmtCall date_call = call;
+        date_call.width = date_width;
+        date_call.capacity = date_capacity;
+        date_call.input = &date;
+        calendar::zdatrng(date_call, range_kind_date);
     }
     call.produced = w;
     if (w < 12) return st::ok;
