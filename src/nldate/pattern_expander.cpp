@@ -365,10 +365,11 @@ void put_year(Text& out, const Value& v, bool four, wchar pad) {
 // One directive, its letter folded to upper case ("%m" already turned into "N"). False: the
 // directive is not supported.
 [[gnu::always_inline]] inline bool put_directive(Text& out, Value& v, wchar letter, bool lower, bool long_form) {
-    const wchar pad = long_form ? 0 : U'0';
-    const wchar blank_pad = long_form ? 0 : U' ';
-    const Part day{v.has_date, v.day};
-    const Part month{v.has_date, v.month};
+    // Computed where a case reads them: the compiler keeps them out of the others.
+    const auto pad = [long_form] { return long_form ? wchar{0} : U'0'; };
+    const auto blank_pad = [long_form] { return long_form ? wchar{0} : U' '; };
+    const auto day = [&v] { return Part{v.has_date, v.day}; };
+    const auto month = [&v] { return Part{v.has_date, v.month}; };
     switch (letter) {
     case U'A':
     case U'F': {
@@ -392,15 +393,15 @@ void put_year(Text& out, const Value& v, bool four, wchar pad) {
         return true;
     }
     case U'D':
-        put_two(out, day, pad);
+        put_two(out, day(), pad());
         return true;
     case U'E':
-        if (!day.present) out.append(missing_part);
-        else put_number(out, day.value, lower ? 2 : 0, lower ? blank_pad : 0);
+        if (!day().present) out.append(missing_part);
+        else put_number(out, v.day, lower ? 2 : 0, lower ? blank_pad() : 0);
         return true;
     case U'N':
         if (!lower) {
-            put_two(out, month, pad);
+            put_two(out, month(), pad());
         } else if (!v.hour.present) {
             out.append(missing_part);
         } else {
@@ -408,26 +409,26 @@ void put_year(Text& out, const Value& v, bool four, wchar pad) {
         }
         return true;
     case U'O':
-        if (!month.present) out.append(missing_part);
-        else put_number(out, month.value, lower ? 2 : 0, lower ? blank_pad : 0);
+        if (!month().present) out.append(missing_part);
+        else put_number(out, v.month, lower ? 2 : 0, lower ? blank_pad() : 0);
         return true;
     case U'J':
         if (!v.has_date) out.append(missing_part);
-        else put_number(out, v.day_of_year, 3, pad);
+        else put_number(out, v.day_of_year, 3, pad());
         return true;
     case U'G':
-        put_iso_year(out, v, !lower, pad);
+        put_iso_year(out, v, !lower, pad());
         return true;
     case U'Y':
-        put_year(out, v, !lower, pad);
+        put_year(out, v, !lower, pad());
         return true;
     case U'H':
-        put_hour(out, v.hour, pad);
+        put_hour(out, v.hour, pad());
         return true;
     case U'K': {
         Part h = v.hour;
         if (h.present && h.value == 0) h.value = 24;
-        put_hour(out, h, pad);
+        put_hour(out, h, pad());
         return true;
     }
     case U'I':
@@ -442,14 +443,14 @@ void put_year(Text& out, const Value& v, bool four, wchar pad) {
             if (h.value > 12) h.value %= 12;
             if (letter == U'I' && h.value == 0) h.value = 12;
         }
-        put_two(out, h, pad);
+        put_two(out, h, pad());
         return true;
     }
     case U'M':
-        put_two(out, v.minute, pad);
+        put_two(out, v.minute, pad());
         return true;
     case U'S':
-        put_two(out, v.whole_seconds, pad);
+        put_two(out, v.whole_seconds, pad());
         if (!lower && v.decimals > 0) put_fraction(out, v);
         return true;
     case U'T':
@@ -466,7 +467,7 @@ void put_year(Text& out, const Value& v, bool four, wchar pad) {
     case U'U':
     case U'W':
         if (!lower) {
-            put_week(out, v, letter, pad);
+            put_week(out, v, letter, pad());
         } else if (v.weekday_index < 0 || v.weekday_index >= weekdays) {
             out.append(missing_part);
         } else if (letter == U'U') {  // "%u": Monday 1 .. Sunday 7
@@ -476,7 +477,7 @@ void put_year(Text& out, const Value& v, bool four, wchar pad) {
         }
         return true;
     case U'V':
-        if (!lower) put_week(out, v, U'V', pad);  // "%v": nothing
+        if (!lower) put_week(out, v, U'V', pad());  // "%v": nothing
         return true;
     case U'Z':
         v.zone_used = true;
@@ -539,11 +540,11 @@ pass run_directives_on(std::u32string_view pattern, Value& v, Text& out, bool ra
     const wchar* p = pattern.data();
     const wchar* const end = p + pattern.size();
     while (p != end) {
-        const wchar c = *p++;
-        if (c != U'%') {
-            out.put(c);
+        if (*p != U'%') {
+            out.put(*p++);
             continue;
         }
+        ++p;
         wchar letter = p != end ? *p : 0;
         bool long_form = false;
         bool lower;
