@@ -168,8 +168,8 @@ inline constexpr std::uint32_t january_in_march_year = 306;
 constexpr date_fields fields_from_day(std::int64_t day) {
     using namespace detail;
     // Back to the Gregorian count: put back the 29 Februaries of 4000, 8000, ... before the day.
-    const std::int64_t missing_leap_days =
-        day < first_missing_leap_day_after ? 0 : (day - first_missing_leap_day_after) / days_per_4000_years + 1;  // [0, 5]
+    const std::int64_t missing_leap_days =  // [0, 5]
+        day < first_missing_leap_day_after ? 0 : (day - first_missing_leap_day_after) / days_per_4000_years + 1;
     // Days from 0000-03-01, [577754, 7305156) over the range. The years below begin on 1 March,
     // so that February and its leap day come last. Neri and Schneider's Euclidean affine forms
     // of the Gregorian rules: one true division (by 146097), the rest multiplications and shifts,
@@ -215,14 +215,19 @@ static_assert(ordinal_from_day(end_day - 1).year == 20000 &&
 static_assert(weekday_of(0) == 6 && weekday_of(first_day) == -1);
 static_assert(day_from_ordinal(4000, 60) == detail::first_missing_leap_day_after);
 static_assert(day_from_ordinal(8000, 60) - day_from_ordinal(4000, 60) == detail::days_per_4000_years);
-static_assert(fields_from_day(0).year == 1960 && fields_from_day(0).month == 1 && fields_from_day(0).day == 1 &&
-              fields_from_day(0).day_of_year == 1);
-static_assert(fields_from_day(first_day).year == 1582 && fields_from_day(first_day).day_of_year == 1);
-static_assert(fields_from_day(end_day - 1).year == 20000 && fields_from_day(end_day - 1).month == 12 &&
-              fields_from_day(end_day - 1).day == 31 && fields_from_day(end_day - 1).day_of_year == 365);
-static_assert(fields_from_day(day_from_ordinal(4000, 59)).month == 2 && fields_from_day(day_from_ordinal(4000, 59)).day == 28);
-static_assert(fields_from_day(day_from_ordinal(4000, 60)).month == 3 && fields_from_day(day_from_ordinal(4000, 60)).day == 1 &&
-              fields_from_day(day_from_ordinal(4000, 60)).day_of_year == 60);
-static_assert(fields_from_day(day_from_ordinal(2000, 60)).month == 2 && fields_from_day(day_from_ordinal(2000, 60)).day == 29);
+namespace detail {
+constexpr bool fields_are(std::int64_t day, std::int64_t year, std::int32_t month, std::int32_t day_of_month,
+                          std::int32_t day_of_year) {
+    const date_fields f = fields_from_day(day);
+    return f.year == year && f.month == month && f.day == day_of_month && f.day_of_year == day_of_year;
+}
+}  // namespace detail
+static_assert(detail::fields_are(0, 1960, 1, 1, 1));
+static_assert(detail::fields_are(first_day, 1582, 1, 1, 1));
+static_assert(detail::fields_are(end_day - 1, 20000, 12, 31, 365));
+static_assert(detail::fields_are(day_from_ordinal(2000, 60), 2000, 2, 29, 60));
+static_assert(detail::fields_are(day_from_ordinal(4000, 59), 4000, 2, 28, 59));  // no 29 February in 4000
+static_assert(detail::fields_are(day_from_ordinal(4000, 60), 4000, 3, 1, 60));
+static_assert(detail::fields_are(day_from_ordinal(4000, 365), 4000, 12, 31, 365));
 
 }  // namespace vxlocfmt::calendar

@@ -17,10 +17,11 @@
 
 namespace vxlocfmt {
 
-// Copies n cells in blocks of 16, then 4, 2 and 1: moves whose number depends on n alone,
-// without memmove's dispatch on the length (which a text of varying length mispredicts). The
-// ranges must not overlap. Inlined where the source is a large buffer (the compiler's bounds
-// warnings cannot follow n on a short literal); out of line for everyone else.
+// Copies n cells: from 16 on in blocks of 16, the rest as one more block overlapping the one
+// before; moves whose number depends on n alone, without memmove's dispatch on the length
+// (which a text of varying length mispredicts). The ranges must not overlap. Inlined where the
+// source is a large buffer (the compiler's bounds warnings cannot follow n on a short literal);
+// out of line for everyone else.
 [[gnu::always_inline]] inline void copy_cells_inline(wchar* to, const wchar* from, std::int64_t n) {
     constexpr std::int64_t block = 16;
     if (n < block) {

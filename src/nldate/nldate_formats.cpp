@@ -66,7 +66,8 @@ bool value_usable(FmtCall& call, value_kind kind) {
     const double value = *static_cast<const double*>(call.input);
     switch (kind) {
     case value_kind::date:
-        return calendar::in_day_range(value) || calendar::zdatrng(call, calendar::range_kind_date) == calendar::range_ok;
+        return calendar::in_day_range(value) ||
+               calendar::zdatrng(call, calendar::range_kind_date) == calendar::range_ok;
     case value_kind::datetime:
         return calendar::in_datetime_range(value) ||
                calendar::zdatrng(call, calendar::range_kind_datetime) == calendar::range_ok;

@@ -1,7 +1,7 @@
 #include <algorithm>
 #include <array>
-#include <cstring>
 #include <cmath>
+#include <cstring>
 #include <limits>
 #include <string_view>
 
@@ -143,8 +143,8 @@ struct Value {
     bool zone_used = false;       // "%z" or "%Z" was met: a cut keeps the zone offset
 };
 
-[[gnu::always_inline]] inline Value derive(const PropertyCache& properties, void* zone, std::uint32_t decimals, double day_number,
-             double hour, double minute, double seconds) {
+[[gnu::always_inline]] inline Value derive(const PropertyCache& properties, void* zone, std::uint32_t decimals,
+                                           double day_number, double hour, double minute, double seconds) {
     Value v;
     v.day_number = day_number;
     v.properties = &properties;
@@ -266,12 +266,12 @@ void put_hour(Text& out, Part h, wchar pad) {
 }
 
 // A name of a set of `count` names, blank-padded to the set's longest when `padded`.
-[[gnu::always_inline]] inline void put_name(Text& out, const Value& v, std::size_t first, std::int32_t index, std::int32_t count,
-              bool padded) {
+[[gnu::always_inline]] inline void put_name(Text& out, const Value& v, std::size_t first, std::int32_t index,
+                                             std::int32_t count, bool padded) {
     if (index < 0 || index >= count) return out.append(missing_part);
-    const Property& name = v.properties->properties[first + static_cast<std::size_t>(index)];
-    out.append_property(name);
-    if (padded) pad_name(out, v, first, count, property_text(*v.properties, first + static_cast<std::size_t>(index)).size());
+    const std::size_t number = first + static_cast<std::size_t>(index);
+    out.append_property(v.properties->properties[number]);
+    if (padded) pad_name(out, v, first, count, property_text(*v.properties, number).size());
 }
 
 constexpr std::int32_t weekdays = 7;
