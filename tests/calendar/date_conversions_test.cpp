@@ -82,12 +82,8 @@ TEST(Julian, ToDayNumber) {
         double julian;
         int y, m, d;  // y == 0: missing
     } cases[] = {
-        {60001, 1960, 1, 1},        // two-digit 60 -> 1960 with the default cut-off 1950
-        {49001, 2049, 1, 1},        // 49 -> 2049
-        {50001, 1950, 1, 1},        // 50 -> 1950
+        {60001, 1960, 1, 1},        // two-digit years: the cut-off (year_cutoff_test.cpp)
         {1500001, 0, 0, 0},         // year 1500 lies before the calendar
-        {1582001, 1582, 1, 1},      // first day of the range
-        {20000365, 20000, 12, 31},  // last day of the range
         {20000366, 0, 0, 0},        // past the last Julian date
         {4000366, 0, 0, 0},         // 4000 is not a leap year
         {99366, 0, 0, 0},           // 1999 has no day 366 (checked after the cut-off)
@@ -113,14 +109,11 @@ TEST(Julian, FromYearMonthDay) {
         double y, m, d;
         double julian;  // 0: missing
     } cases[] = {
-        {2000, 2, 29, 2000060},       // 29 February 2000 exists
-        {4000, 2, 29, 0},             // ... but not in 4000
-        {4000, 12, 31, 4000365},      // 4000 has 365 days
+        {4000, 2, 29, 0},             // no 29 February in 4000
         {2024, 4, 31, 0},             // April has 30 days
         {2024, 13, 1, 0},             // month above 12
         {2024, 1, 0, 0},              // day below 1
         {-1, 1, 1, 0},                // negative year
-        {100, 1, 1, 0},               // three-digit year
         {20001, 1, 1, 0},             // after the range
         {99.5, 1, 1, 0},              // above 99 and not in 1582..20000
         {24, 2, 29, 2024060},         // two-digit year through the cut-off

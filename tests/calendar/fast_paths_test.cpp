@@ -24,19 +24,6 @@ namespace {
 
 std::uint64_t bits(double x) { return std::bit_cast<std::uint64_t>(x); }
 
-// splitmix64: the same values on every run.
-struct Random {
-    std::uint64_t state;
-    std::uint64_t next() {
-        std::uint64_t z = (state += 0x9E3779B97F4A7C15ull);
-        z = (z ^ (z >> 30)) * 0xBF58476D1CE4E5B9ull;
-        z = (z ^ (z >> 27)) * 0x94D049BB133111EBull;
-        return z ^ (z >> 31);
-    }
-    // Uniform in [0, 1).
-    double unit() { return static_cast<double>(next() >> 11) * 0x1p-53; }
-};
-
 // Every day of the range: year, month, day and day of year as the ordinal walk gives them.
 TEST(FieldsFromDay, EveryDayMatchesTheOrdinalWalk) {
     oracle::Mismatches bad;
@@ -125,7 +112,7 @@ TEST(WeekOfDay, MatchesTheRouteThroughTheJulianDate) {
 // and past 2^53, and what is not a number.
 TEST(ClockRemainder, BitForBitWithFmod) {
     oracle::Mismatches bad;
-    Random random{20261121};
+    oracle::Random random{20261121};
     const auto check = [&](double x) {
         for (const std::int64_t divisor : {86400, 3600, 60, 7, 1}) {
             const double got = cal::fmod_by_whole(x, divisor);
@@ -171,7 +158,7 @@ TEST(SplitDatetime, MatchesTheClockFunctions) {
     for (std::int64_t x = first; x < first + 2 * 86400; x += 7) check(static_cast<double>(x));
     for (std::int64_t x = end - 2 * 86400; x < end; x += 7) check(static_cast<double>(x));
     for (std::int64_t x = first; x < end; x += 9999991) check(static_cast<double>(x));
-    Random random{7};
+    oracle::Random random{7};
     for (int i = 0; i < 100000; ++i) {
         const double x = cal::first_datetime + random.unit() * (cal::end_datetime - cal::first_datetime);
         check(x);

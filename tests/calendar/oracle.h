@@ -1,6 +1,6 @@
 /*
- * Independent references for the calendar tests, on the standard library's civil calendar, and a
- * fake kernel handle whose option lookup the tests steer.
+ * Independent references for the calendar and date-format tests, on the standard library's civil
+ * calendar, a seeded random source, and a fake kernel handle whose option lookup the tests steer.
  *
  *   std::int64_t day = oracle::day_number(2000, 2, 29);   // 14669
  *   oracle::FakeKernel kernel; kernel.cutoff = 1920;       // Exported_VXHandle points at it
@@ -47,6 +47,18 @@ struct Mismatches {
     void add(const std::string& what) {
         if (count++ < 5) first += what + "\n";
     }
+};
+
+// splitmix64: the same values on every run.
+struct Random {
+    std::uint64_t state;
+    std::uint64_t next() {
+        std::uint64_t z = (state += 0x9E3779B97F4A7C15ull);
+        z = (z ^ (z >> 30)) * 0xBF58476D1CE4E5B9ull;
+        z = (z ^ (z >> 27)) * 0x94D049BB133111EBull;
+        return z ^ (z >> 31);
+    }
+    double unit() { return static_cast<double>(next() >> 11) * 0x1p-53; }  // [0, 1)
 };
 
 // Points Exported_VXHandle at a table whose option lookup writes `cutoff` and answers `answer`;

@@ -1,15 +1,13 @@
-// The date pattern expander: every directive and flag on a hand-filled locale, missing parts,
-// the fraction of seconds, the zone offset, calendar years, the output rules, and the C
-// library's strftime as an independent oracle for the directives the two share.
+// The date pattern expander: the C library's strftime as an oracle for the directives the two
+// share, then on a hand-filled locale what it does not know: flags, names by set, missing parts,
+// the fraction of seconds, the zone offset, calendar years, refusals and the output rules.
 #include <gtest/gtest.h>
 
 #include <chrono>
-#include <cmath>
 #include <ctime>
 #include <string>
 
 #include "calendar/missing_value.h"
-#include "nldate/expander.h"
 #include "nldate_fixture.h"
 
 namespace {
@@ -52,114 +50,66 @@ struct FakeZone {
     }
 };
 
-TEST(Expander, DateDirectives) {
+// What the oracles below do not know, one pattern a row: flags, names by set, "**" parts, the
+// fraction of seconds, calendar years.
+TEST(Expander, Directives) {
     Properties p = english_like();
     const struct {
-        std::u32string_view pattern;
-        double day;
-        std::u32string_view expected;
-    } cases[] = {
-        {U"%d%b%Y", 0, U"01Jan1960"},
-        {U"%#d", 0, U"1"},
-        {U"%a|%A|%#a|%#A|%?A", tuesday, U"Tue|Tuesday|Tu|TUESDAY|Tue"},
-        {U"%b|%B|%#b|%#B|%?B", tuesday, U"Mar|March|Mar.|MARCH|Mar"},
-        {U"%f|%F|%#F|", tuesday, U"Tue|Tuesday  |TUESDAY  |"},  // padded to "Wednesday"
-        {U"%c|%C|%#c|", tuesday, U"March    |March    |MARCH    |"},  // padded to "September"
-        {U"%d %D %e %E %#e %#d", tuesday, U"05 05  5 5 5 5"},
-        {U"%m %N %o %O %#m %#o %?M", tuesday, U"03 03  3 3 3 3 03"},
-        {U"%j %#j", tuesday, U"065 65"},
-        {U"%y %#y %Y %#Y", day_of(2005, 1, 9), U"05 5 2005 2005"},
-        {U"%q|%Q|%#q|%#Q", tuesday, U"Q1|1st quarter|q1|first quarter"},
-        {U"%Q", day_of(2024, 12, 1), U"4th quarter"},
-        {U"%u %w", day_of(2024, 3, 3), U"7 0"},  // a Sunday
-        {U"[%t%v]", tuesday, U"[]"},
-        {U"%%|%?%|%#%", tuesday, U"%|%|%"},
-        {U"%9d %0d %#5d %03m", tuesday, U"05 05 5 03"},  // the digit is read and ignored
-        {U"%x", tuesday, U"March 5, 2024"},
-        {U"<%x>", day_of(1600, 1, 1), U"<January 1, 1600>"},
-        {U"%Z", tuesday, U"XST"},
-        // 1582: the nine earliest days carry truncated weekdays; outside 0..6 a name is "**".
-        {U"%a|%u|%w", -138061, U"**|**|**"},
-        {U"%a|%u", -138059, U"Sun|7"},  // deliberate: the calendar's weekday 1 there
-    };
-    for (const auto& c : cases) {
-        const Result r = run(p, c.pattern, c.day);
-        EXPECT_EQ(r.code, 0) << u8(c.pattern);
-        EXPECT_EQ(u8(r.text), u8(c.expected)) << u8(c.pattern) << " of day " << c.day;
-    }
-}
-
-TEST(Expander, TimeDirectives) {
-    Properties p = english_like();
-    const struct {
-        double hour;
-        std::u32string_view expected;  // "%H %k %I %l %p|%#H %#k %#I %#l"
-    } cases[] = {
-        {0, U"00 24 12 00 AM|0 24 12 0"},  // midnight: "%k" 24, "%I" 12, "%l" 00
-        {12, U"12 12 12 12 PM|12 12 12 12"},
-        {13, U"13 13 01 01 PM|13 13 1 1"},
-    };
-    for (const auto& c : cases) {
-        const Result r = run(p, U"%H %k %I %l %p|%#H %#k %#I %#l", tuesday, c.hour, 7, 9);
-        EXPECT_EQ(u8(r.text), u8(c.expected)) << "hour " << c.hour;
-    }
-    EXPECT_EQ(u8(run(p, U"%M:%S %s %T", tuesday, 13, 7, 9.75).text), "07:09 09 13:07:09");
-    EXPECT_EQ(u8(run(p, U"%X", tuesday, 13, 7, 9).text), "1:07:09 PM");
-    // Hours past 99 keep all their digits; "%n" counts whole days.
-    EXPECT_EQ(u8(run(p, U"%H|%k|%n|%T", missing, 150, 0, 0).text), "150|150|6|150:00:00");
-}
-
-TEST(Expander, MissingParts) {
-    Properties p = english_like();
-    const struct {
-        std::u32string_view pattern;
+        std::u32string_view calendar, pattern;
         double day, hour, minute, seconds;
-        std::u32string_view expected;
-    } cases[] = {
-        {U"%H:%M", tuesday, missing, missing, missing, U"**:**"},
-        {U"%T", tuesday, missing, missing, missing, U"**:**:**"},
-        {U"%T", tuesday, 10, missing, 5, U"10:**:05"},  // piecewise
-        {U"%I %l %k %n %S %s", tuesday, missing, missing, missing, U"** ** ** ** ** **"},
-        {U"%p", tuesday, missing, missing, missing, U"**AM"},  // deliberate: "**", then AM
-        {U"%a %A %f %b %B %c %q %Q", missing, 1, 2, 3, U"** ** ** ** ** ** ** **"},
-        {U"%d %e %j %m %o %y %Y %u %w %U %V %W %G %g", missing, 1, 2, 3,
-         U"** ** ** ** ** ** ** ** ** ** ** ** ** **"},
-        {U"%X", tuesday, missing, missing, missing, U"**:**:** **AM"},
-    };
-    for (const auto& c : cases) {
-        const Result r = run(p, c.pattern, c.day, c.hour, c.minute, c.seconds);
-        EXPECT_EQ(r.code, 0) << u8(c.pattern);
-        EXPECT_EQ(u8(r.text), u8(c.expected)) << u8(c.pattern);
-    }
-    // Locale without markers: "AM" and "PM".
-    p.set(prop::am, U"").set(prop::pm, U"");
-    EXPECT_EQ(u8(run(p, U"%p %p", tuesday, 0).text), "AM AM");
-    EXPECT_EQ(u8(run(p, U"%p", tuesday, 12).text), "PM");
-}
-
-TEST(Expander, FractionOfSeconds) {
-    Properties p = english_like();
-    const struct {
-        double seconds;
         std::uint32_t decimals;
         std::u32string_view expected;
     } cases[] = {
-        {5.86, 1, U"05.9"},   // the last digit looks one ahead
-        {5.97, 1, U"05.9"},   // a 9 is never raised: no carry
-        {5.84, 1, U"05.8"},
-        {5.5, 0, U"05"},      // no decimals: no point, no rounding here
-        {59.999, 2, U"59.99"},
-        {0.125, 3, U"00.125"},
-        {7.0, 4, U"07.0000"},
-        {missing, 2, U"**.**"},
+        {U"", U"%#a|%#A|%?A|%#b|%#B|%?B", tuesday, 0, 0, 0, 0, U"Tu|TUESDAY|Tue|Mar.|MARCH|Mar"},
+        {U"", U"%f|%F|%#F|%c|%C|%#c", tuesday, 0, 0, 0, 0, U"Tue|Tuesday  |TUESDAY  |March    |March    |MARCH    "},
+        {U"", U"%D %E %#e %N %O %#o %?M %#y", day_of(2005, 3, 5), 0, 0, 0, 0, U"05 5 5 03 3 3 03 5"},
+        {U"", U"%q|%#q|%#Q|%Q", day_of(2024, 12, 1), 0, 0, 0, 0, U"Q4|q4|fourth quarter|4th quarter"},
+        {U"", U"[%t%v]%%|%?%|%#%|%Z", tuesday, 0, 0, 0, 0, U"[]%|%|%|XST"},
+        {U"", U"%9d %0d %#5d %03m", tuesday, 0, 0, 0, 0, U"05 05 5 03"},  // the digit is read and ignored
+        {U"", U"%x|<%x>", day_of(1600, 1, 1), 0, 0, 0, 0, U"January 1, 1600|<January 1, 1600>"},
+        // 1582: the nine earliest days carry truncated weekdays; outside 0..6 a name is "**".
+        {U"", U"%a|%u|%w", -138061, 0, 0, 0, 0, U"**|**|**"},
+        {U"", U"%a|%u", -138059, 0, 0, 0, 0, U"Sun|7"},  // deliberate: the calendar's weekday 1 there
+        {U"", U"%H %k %I %l %p|%#H %#k %#I %#l", tuesday, 0, 7, 9, 0, U"00 24 12 00 AM|0 24 12 0"},  // midnight
+        {U"", U"%s %T|%X", tuesday, 13, 7, 9.75, 0, U"09 13:07:09|1:07:09 PM"},
+        // Missing parts: "**", piecewise; "%p" writes "**" and then AM (deliberate).
+        {U"", U"%T|%I %l %k %n %S %s|%p", tuesday, missing, missing, missing, 0, U"**:**:**|** ** ** ** ** **|**AM"},
+        {U"", U"%T %X", tuesday, 10, missing, 5, 0, U"10:**:05 10:**:05 AM"},
+        {U"", U"%a %A %f %b %B %c %q %Q", missing, 1, 2, 3, 0, U"** ** ** ** ** ** ** **"},
+        {U"", U"%d %e %j %m %o %y %Y %u %w %U %V %W %G %g", missing, 1, 2, 3, 0,
+         U"** ** ** ** ** ** ** ** ** ** ** ** ** **"},
+        // Fractions: only the last digit looks ahead, and a 9 is never raised (no carry).
+        {U"", U"%S", tuesday, 1, 2, 5.86, 1, U"05.9"},
+        {U"", U"%S", tuesday, 1, 2, 5.97, 1, U"05.9"},
+        {U"", U"%S", tuesday, 1, 2, 5.84, 1, U"05.8"},
+        {U"", U"%S|%s|%T", tuesday, 1, 2, 59.999, 2, U"59.99|59|01:02:59"},
+        {U"", U"%S", tuesday, 1, 2, 5.5, 0, U"05"},  // no decimals: no point, no rounding here
+        {U"", U"%S", tuesday, 1, 2, missing, 2, U"**.**"},
+        // Calendar years ("%+Y|%+y|%#+Y"): the first day of each era is its year 1.
+        {U"TH", U"%+Y|%+y|%#+Y", tuesday, 0, 0, 0, 0, U"2567|67|2567"},
+        {U"TW", U"%+Y|%+y|%#+Y", tuesday, 0, 0, 0, 0, U"0113|13|113"},
+        {U"JP", U"%+Y|%+y|%#+Y", tuesday, 0, 0, 0, 0, U"0036|36|36"},
+        {U"THA", U"%+Y|%+y|%#+Y", tuesday, 0, 0, 0, 0, U"2024|24|2024"},  // exactly two characters
+        {U"TW", U"%+Y|%+y|%#+Y", day_of(1911, 6, 1), 0, 0, 0, 0, U"0001|01|1"},
+        {U"TW", U"%+Y|%+y|%#+Y", day_of(1910, 6, 1), 0, 0, 0, 0, U"0002|02|2"},  // before 1912: backwards
+        {U"JP", U"%+Y|%+y", -33506, 0, 0, 0, 0, U"0001|01"},
+        {U"JP", U"%+Y|%+y", -33507, 0, 0, 0, 0, U"1868|68"},  // before the first row: the plain year
+        {U"JP", U"%+Y|%+y", day_of(1912, 7, 30), 0, 0, 0, 0, U"0001|01"},
+        {U"JP", U"%+Y|%+y", day_of(1912, 7, 29), 0, 0, 0, 0, U"0045|45"},
+        {U"JP", U"%+Y|%+y", day_of(1989, 1, 8), 0, 0, 0, 0, U"0001|01"},
+        {U"JP", U"%+Y|%+y", day_of(1989, 1, 7), 0, 0, 0, 0, U"0064|64"},
+        {U"JP", U"%+Y|%+y", day_of(2019, 5, 1), 0, 0, 0, 0, U"0031|31"},  // the table ends with 1989: kept
+        {U"TH", U"%Y %+d %Y %y %G", tuesday, 0, 0, 0, 0, U"2024 05 2567 67 2024"},  // from the flag on; not %G
     };
     for (const auto& c : cases) {
-        EXPECT_EQ(u8(run(p, U"%S", tuesday, 1, 2, c.seconds, c.decimals).text), u8(c.expected))
-            << c.seconds << " with " << c.decimals;
+        p.set(prop::calendar_code, c.calendar);
+        const Result r = run(p, c.pattern, c.day, c.hour, c.minute, c.seconds, c.decimals);
+        EXPECT_EQ(r.code, 0) << u8(c.pattern);
+        EXPECT_EQ(u8(r.text), u8(c.expected)) << u8(c.calendar) << " " << u8(c.pattern) << " " << c.day;
     }
-    EXPECT_EQ(u8(run(p, U"%s|%T", tuesday, 1, 2, 5.86, 1).text), "05|01:02:05");  // no fraction there
-    p.set(prop::decimal_point, U",");
-    EXPECT_EQ(u8(run(p, U"%S", tuesday, 1, 2, 5.86, 1).text), "05,9");
+    p.set(prop::calendar_code, U"").set(prop::decimal_point, U",").set(prop::am, U"").set(prop::pm, U"");
+    EXPECT_EQ(u8(run(p, U"%S|%p|%p", tuesday, 0, 2, 5.86, 1).text), "05,9|AM|AM");  // no markers: AM and PM
+    EXPECT_EQ(u8(run(p, U"%p", tuesday, 12).text), "PM");
     // Thousands of decimals still measure whole and store what fits.
     std::int32_t width = 0;
     EXPECT_EQ(expand(U"%S", 2, nullptr, 0, &width, 5000, p.cache(), nullptr, 0, 1, 2, 3.25), 2 + 1 + 5000);
@@ -168,51 +118,13 @@ TEST(Expander, FractionOfSeconds) {
 TEST(Expander, ZoneOffset) {
     Properties p = english_like();
     FakeZone zone;
-    const struct {
-        double offset;
-        std::u32string_view expected;
-    } cases[] = {{3600, U"+0100"}, {-19800, U"-0530"}, {0, U"+0000"}, {20700, U"+0545"}, {-43200, U"-1200"}};
-    for (const auto& c : cases) {
-        zone.offset = c.offset;
-        EXPECT_EQ(u8(run(p, U"%z", tuesday, 13, 7, 9.5, 0, &zone).text), u8(c.expected));
+    for (const auto& [offset, expected] : {std::pair{3600.0, "+0100"}, {-19800.0, "-0530"}, {20700.0, "+0545"},
+                                           {-43200.0, "-1200"}}) {
+        zone.offset = offset;
+        EXPECT_EQ(u8(run(p, U"%z", tuesday, 13, 7, 9.5, 0, &zone).text), expected);
         EXPECT_EQ(zone.asked, tuesday * 86400 + (13 * 60 + 7) * 60 + 9.5);
     }
     EXPECT_EQ(u8(run(p, U"%z", tuesday, 13, 7, 9).text), "+0000");  // no zone object
-}
-
-TEST(Expander, CalendarYears) {
-    Properties p = english_like();
-    const struct {
-        std::u32string_view code;
-        double day;
-        std::u32string_view expected;  // "%+Y|%+y|%#+Y"
-    } cases[] = {
-        {U"TH", tuesday, U"2567|67|2567"},
-        {U"TW", tuesday, U"0113|13|113"},
-        {U"JP", tuesday, U"0036|36|36"},
-        {U"", tuesday, U"2024|24|2024"},
-        {U"XX", tuesday, U"2024|24|2024"},
-        {U"THA", tuesday, U"2024|24|2024"},  // exactly two characters
-        {U"TW", day_of(1911, 6, 1), U"0001|01|1"},
-        {U"TW", day_of(1910, 6, 1), U"0002|02|2"},  // before 1912: counted backwards
-        // The era rows: the first day of each era is its year 1, the day before ends the last.
-        {U"JP", -33506, U"0001|01|1"},
-        {U"JP", -33507, U"1868|68|1868"},  // before the first row: the plain year
-        {U"JP", day_of(1912, 7, 30), U"0001|01|1"},
-        {U"JP", day_of(1912, 7, 29), U"0045|45|45"},
-        {U"JP", day_of(1926, 12, 25), U"0001|01|1"},
-        {U"JP", day_of(1926, 12, 24), U"0015|15|15"},
-        {U"JP", day_of(1989, 1, 8), U"0001|01|1"},
-        {U"JP", day_of(1989, 1, 7), U"0064|64|64"},
-        {U"JP", day_of(2019, 5, 1), U"0031|31|31"},  // the table ends with the 1989 era: kept
-    };
-    for (const auto& c : cases) {
-        p.set(prop::calendar_code, c.code);
-        EXPECT_EQ(u8(run(p, U"%+Y|%+y|%#+Y", c.day).text), u8(c.expected)) << u8(c.code) << " " << c.day;
-    }
-    // The flag holds from its directive to the end of the pattern; "%G" is not affected.
-    p.set(prop::calendar_code, U"TH");
-    EXPECT_EQ(u8(run(p, U"%Y %+d %Y %y %G", tuesday).text), "2024 05 2567 67 2024");
 }
 
 TEST(Expander, UnsupportedDirectives) {
@@ -226,83 +138,23 @@ TEST(Expander, UnsupportedDirectives) {
     EXPECT_EQ(run(p, U"%x", tuesday).code, nldate::expand_bad_directive);
 }
 
+// Cut with a zone: the offset takes the last 6 cells and is never cut, "%Z" as "%z"; with no
+// output, the length of the text and the width untouched. Widths and capacities: fast paths.
 TEST(Expander, OutputRules) {
     Properties p = english_like();
-    std::u32string cells(40, U'~');
-    const auto field = [&](std::int32_t n) { return u8(cells.substr(0, static_cast<std::size_t>(n))); };
-
-    std::int32_t width = 12;
-    EXPECT_EQ(expand(U"%d", 2, cells.data(), 40, &width, 0, p.cache(), nullptr, tuesday, 0, 0, 0), 0);
-    EXPECT_EQ(width, 2);
-    EXPECT_EQ(field(13), "05          ~");
-
-    width = -12;  // right alignment
-    EXPECT_EQ(expand(U"%d", 2, cells.data(), 40, &width, 0, p.cache(), nullptr, tuesday, 0, 0, 0), 0);
-    EXPECT_EQ(width, 2);
-    EXPECT_EQ(field(13), "          05~");
-
-    cells.assign(40, U'~');
-    width = 7;  // cut: the first 7 characters, the width left as it was
-    EXPECT_EQ(expand(U"%B %#d, %Y", 10, cells.data(), 40, &width, 0, p.cache(), nullptr, tuesday, 0, 0, 0), 1);
-    EXPECT_EQ(width, 7);
-    EXPECT_EQ(field(8), "March 5~");
-
-    // Cut with a zone: the offset takes the last 6 cells and is never cut.
     FakeZone zone;
     zone.offset = -19800;
     for (std::u32string_view pattern : {U"%B %d %Y %H:%M %z", U"%B %d %Y %H:%M %Z"}) {
-        cells.assign(40, U'~');
-        width = 14;
+        std::u32string cells(40, U'~');
+        std::int32_t width = 14;
         EXPECT_EQ(expand(pattern.data(), static_cast<std::int32_t>(pattern.size()), cells.data(), 40, &width, 0,
                          p.cache(), &zone, tuesday, 13, 7, 0),
                   1);
-        EXPECT_EQ(field(15), "March 05 -0530~") << u8(pattern);
+        EXPECT_EQ(u8(cells.substr(0, 15)), "March 05 -0530~") << u8(pattern);
     }
-
-    // The field never goes past the capacity, even when the width asks for more.
-    cells.assign(40, U'~');
-    width = 30;
-    EXPECT_EQ(expand(U"%B", 2, cells.data(), 3, &width, 0, p.cache(), nullptr, tuesday, 0, 0, 0), 0);
-    EXPECT_EQ(field(4), "Mar~");
-
-    // No output: the length of the text, the width untouched.
-    width = 3;
+    std::int32_t width = 3;
     EXPECT_EQ(expand(U"%A, %B %#d", 10, nullptr, 0, &width, 0, p.cache(), nullptr, tuesday, 0, 0, 0), 16);
     EXPECT_EQ(width, 3);
-}
-
-// Every width from 0 to past the text: guard cells intact, the cut text is the full text's
-// prefix, and a text that fits is followed by blanks.
-TEST(Expander, WidthSweep) {
-    Properties p = english_like();
-    FakeZone zone;
-    zone.offset = 3600;
-    for (std::u32string_view pattern : {U"%A, %B %#d, %Y", U"%d.%m.%Y %T", U"%x %X %z", U"%j%S"}) {
-        const std::u32string full = run(p, pattern, tuesday, 9, 8, 7.25, 2, &zone).text;
-        const auto length = static_cast<std::int32_t>(full.size());
-        for (std::int32_t w = 0; w <= length + 3; ++w) {
-            constexpr std::size_t guard = 4;
-            std::u32string cells(static_cast<std::size_t>(w) + 2 * guard, U'~');
-            std::int32_t width = w;
-            const std::int32_t code = expand(pattern.data(), static_cast<std::int32_t>(pattern.size()),
-                                             cells.data() + guard, w, &width, 2, p.cache(), &zone, tuesday, 9, 8, 7.25);
-            const std::u32string out = cells.substr(guard, static_cast<std::size_t>(w));
-            EXPECT_EQ(cells.substr(0, guard), U"~~~~");
-            EXPECT_EQ(cells.substr(guard + static_cast<std::size_t>(w)), U"~~~~");
-            if (w >= length) {
-                EXPECT_EQ(code, 0);
-                EXPECT_EQ(out, full + std::u32string(static_cast<std::size_t>(w - length), U' '));
-            } else {
-                EXPECT_EQ(code, 1);
-                // With a zone the last cells (up to 6) hold the end of " +0100".
-                const bool zone = pattern.find(U"%z") != std::u32string_view::npos;
-                const std::size_t tail = zone ? std::min<std::size_t>(6, static_cast<std::size_t>(w)) : 0;
-                const std::size_t plain = static_cast<std::size_t>(w) - tail;
-                EXPECT_EQ(u8(out.substr(0, plain)), u8(full.substr(0, plain))) << u8(pattern) << " width " << w;
-                EXPECT_EQ(u8(out.substr(plain)), u8(std::u32string_view(U" +0100").substr(6 - tail)));
-            }
-        }
-    }
 }
 
 TEST(EntryFunctions, Refusals) {
@@ -322,14 +174,7 @@ TEST(EntryFunctions, Refusals) {
         {'d', U"%d", -138061, 0},
         {'d', U"%d", 6589335, 0},
         {'d', U"%R", 0, nldate::expand_bad_directive},
-        {'t', U"%T", -1, nldate::expand_out_of_range},
-        {'t', U"%T", missing, nldate::expand_out_of_range},
-        {'t', U"", 5, nldate::expand_no_pattern},
-        {'t', U"%T", 0, 0},
-        {'x', U"%T", 569318630400.0, nldate::expand_out_of_range},
-        {'x', U"%T", -11928470401.0, nldate::expand_out_of_range},
-        {'x', U"%T", missing, nldate::expand_out_of_range},
-        {'x', U"%T", 569318630399.0, 0},
+        {'t', U"", 5, nldate::expand_no_pattern},  // the ranges of times and datetimes: fast paths
     };
     for (const auto& c : cases) {
         width = 40;
@@ -386,13 +231,7 @@ TEST(EntryFunctions, DatetimesAndTimes) {
 // The C library's strftime knows the C locale's names and the same week rules: every
 // directive the two share must agree, day after day.
 TEST(Expander, AgreesWithStrftime) {
-    Properties p;
-    p.set_all(107, {U"Sun", U"Mon", U"Tue", U"Wed", U"Thu", U"Fri", U"Sat"});
-    p.set_all(114, {U"Sunday", U"Monday", U"Tuesday", U"Wednesday", U"Thursday", U"Friday", U"Saturday"});
-    p.set_all(59, {U"Jan", U"Feb", U"Mar", U"Apr", U"May", U"Jun", U"Jul", U"Aug", U"Sep", U"Oct", U"Nov", U"Dec"});
-    p.set_all(71, {U"January", U"February", U"March", U"April", U"May", U"June", U"July", U"August",
-                   U"September", U"October", U"November", U"December"});
-    p.set(prop::am, U"AM").set(prop::pm, U"PM");
+    Properties p = english_like();  // its plain names and markers are the C locale's
     constexpr std::u32string_view pattern = U"%a %A %b %B %d %e %j %m %u %w %U %W %V %G %g %y %Y %H %I %M %S %p";
     const std::string c_pattern = u8(pattern);
 
