@@ -59,67 +59,48 @@ TEST(IntegerToText, TooSmallWritesNothingButTheLength) {
     EXPECT_EQ(std::u32string(out, 4), U"1234");
 }
 
-// A journal and a buffer object that record what reached their slots.
+// A journal and a buffer object that record what reached each slot: the severity, the status
+// or message, and the first of the packed arguments; each slot answers its own number.
 struct Recorder {
     std::array<void*, 8> words{};
     std::int32_t severity = -1;
-    status code = 0;
+    std::uint64_t code = 0;
     const wchar* message = nullptr;
-    int first_argument = 0;
-    int calls[8]{};
+    int argument = 0, slot = -1;
+    template <int Slot>
+    status take(std::int32_t severity_, std::uint64_t code_, const wchar* message_, va_list* args) {
+        severity = severity_, code = code_, message = message_, argument = va_arg(*args, int), slot = Slot;
+        return 70 + Slot;
+    }
 };
-
-status record_status(void* object, std::int32_t severity, status code, va_list* args) {
-    auto& r = *static_cast<Recorder*>(object);
-    r.severity = severity;
-    r.code = code;
-    r.first_argument = va_arg(*args, int);
-    ++r.calls[kernel::journal_status_slot];
-    return 77;
-}
-status record_message(void* object, std::int32_t severity, const wchar* message, const wchar*, va_list* args) {
-    auto& r = *static_cast<Recorder*>(object);
-    r.severity = severity;
-    r.message = message;
-    r.first_argument = va_arg(*args, int);
-    ++r.calls[kernel::journal_message_slot];
-    return 78;
-}
-status record_to_buf(void* object, std::uint64_t what, wchar*, std::int64_t, va_list* args) {
-    auto& r = *static_cast<Recorder*>(object);
-    r.code = static_cast<status>(what);
-    r.first_argument = va_arg(*args, int);
-    ++r.calls[kernel::object_status_to_buf_slot];
-    return 79;
-}
-status record_message_to_buf(void* object, std::uint64_t, wchar*, std::int64_t, va_list* args) {
-    auto& r = *static_cast<Recorder*>(object);
-    r.first_argument = va_arg(*args, int);
-    ++r.calls[kernel::object_message_to_buf_slot];
-    return 80;
-}
 
 TEST(Forwarders, PassArgumentsAndResultsThrough) {
     Recorder r;
-    r.words[kernel::journal_status_slot] = reinterpret_cast<void*>(&record_status);
-    r.words[kernel::journal_message_slot] = reinterpret_cast<void*>(&record_message);
-    r.words[kernel::object_status_to_buf_slot] = reinterpret_cast<void*>(&record_to_buf);
-    r.words[kernel::object_message_to_buf_slot] = reinterpret_cast<void*>(&record_message_to_buf);
     static_assert(offsetof(Recorder, words) == 0);
-
-    EXPECT_EQ(vxlStatusToJnl(&r, 4, st::no_memory, 11), 77u);
-    EXPECT_EQ(r.severity, 4);
-    EXPECT_EQ(r.code, st::no_memory);
-    EXPECT_EQ(r.first_argument, 11);
-    EXPECT_EQ(vxlMessageToJnl(&r, 2, U"hello", U"%d", 12), 78u);
-    EXPECT_EQ(r.first_argument, 12);
-    EXPECT_EQ(std::u32string_view(r.message), U"hello");
+    r.words[kernel::journal_status_slot] = reinterpret_cast<void*>(+[](void* o, std::int32_t s, status c, va_list* a) {
+        return static_cast<Recorder*>(o)->take<kernel::journal_status_slot>(s, c, nullptr, a);
+    });
+    r.words[kernel::journal_message_slot] =
+        reinterpret_cast<void*>(+[](void* o, std::int32_t s, const wchar* m, const wchar*, va_list* a) {
+            return static_cast<Recorder*>(o)->take<kernel::journal_message_slot>(s, 0, m, a);
+        });
+    r.words[kernel::object_status_to_buf_slot] =
+        reinterpret_cast<void*>(+[](void* o, std::uint64_t what, wchar*, std::int64_t, va_list* a) {
+            return static_cast<Recorder*>(o)->take<kernel::object_status_to_buf_slot>(-1, what, nullptr, a);
+        });
+    r.words[kernel::object_message_to_buf_slot] =
+        reinterpret_cast<void*>(+[](void* o, std::uint64_t, wchar*, std::int64_t, va_list* a) {
+            return static_cast<Recorder*>(o)->take<kernel::object_message_to_buf_slot>(-1, 0, nullptr, a);
+        });
     wchar buffer[8];
-    EXPECT_EQ(vxlStatusToBuf(&r, 0x803fc003u, buffer, 8, 13), 79u);
-    EXPECT_EQ(r.code, 0x803fc003u);
-    EXPECT_EQ(r.first_argument, 13);
-    EXPECT_EQ(vxlMessageToBuf(&r, U"m", buffer, 8, 14), 80u);
-    EXPECT_EQ(r.first_argument, 14);
+    EXPECT_EQ(vxlStatusToJnl(&r, 4, st::no_memory, 11), 70u + kernel::journal_status_slot);
+    EXPECT_TRUE(r.severity == 4 && r.code == st::no_memory && r.argument == 11);
+    EXPECT_EQ(vxlMessageToJnl(&r, 2, U"hello", U"%d", 12), 70u + kernel::journal_message_slot);
+    EXPECT_TRUE(r.severity == 2 && std::u32string_view(r.message) == U"hello" && r.argument == 12);
+    EXPECT_EQ(vxlStatusToBuf(&r, 0x803fc003u, buffer, 8, 13), 70u + kernel::object_status_to_buf_slot);
+    EXPECT_TRUE(r.code == 0x803fc003u && r.argument == 13);
+    EXPECT_EQ(vxlMessageToBuf(&r, U"m", buffer, 8, 14), 70u + kernel::object_message_to_buf_slot);
+    EXPECT_EQ(r.argument, 14);
 }
 
 TEST(Forwarders, StatusWithoutContextNeedsTheDefaultJournal) {
