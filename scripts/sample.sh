@@ -8,4 +8,4 @@ cmake --build build -j"$(nproc)" --target vxlocfmt vxlocfmt_cli
 set -x
 build/bin/vxlocfmt list formats | head -5
 build/bin/vxlocfmt format NLDATE20. 23000 -l fr_FR --status || true
-printf '0\n23000\n-138061\n.A\n' | build/bin/vxlocfmt format NLDATEW. -l de_DE --status || true
+printf '0\n23000\n-1000\n.A\n' | build/bin/vxlocfmt format NLDATEW. -l de_DE --status || true
