@@ -3,6 +3,7 @@
 #include <unicode/ucnv.h>
 #include <unicode/ucnv_err.h>
 
+#include <atomic>
 #include <cstring>
 
 #include "frame/kernel.h"
@@ -123,15 +124,23 @@ std::uint32_t wide_units(const char32_t* text, std::size_t count, unsigned char*
 
 }  // namespace
 
+namespace {
+std::atomic<long> live_transcoders{0};
+}  // namespace
+
+long Transcoder::live() { return live_transcoders; }
+
 Transcoder* Transcoder::wide_session() { return new Transcoder(Kind::wide_session, "wide", nullptr); }
 
 Transcoder::Transcoder(Kind kind, std::string encoding, UConverter* converter)
     : kind_(kind), encoding_(std::move(encoding)), converter_(converter) {
     words[vxlocfmt::kernel::object_release_slot] = fn_word(&slot_release);
     words[vxlocfmt::kernel::object_convert_slot] = fn_word(&slot_convert);
+    ++live_transcoders;
 }
 
 Transcoder::~Transcoder() {
+    --live_transcoders;
     if (converter_) ucnv_close(converter_);
 }
 

@@ -41,6 +41,7 @@ public:
                           std::int32_t* produced);
     const std::string& encoding() const { return encoding_; }
     void release();
+    static long live();  // transcoders made and not yet released
 
 private:
     Transcoder(Kind kind, std::string encoding, UConverter* converter);

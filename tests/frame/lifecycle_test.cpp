@@ -10,6 +10,7 @@
 #include "library.h"
 #include "locale_object.h"
 #include "pool.h"
+#include "transcoder.h"
 
 namespace {
 
@@ -27,6 +28,7 @@ struct Baseline {
     vxhost::PoolStats pools = vxhost::pool_stats();
     std::int64_t journals = vxhost::Journal::live();
     long locales = vxhost::LocaleObject::live();
+    long transcoders = vxhost::Transcoder::live();
     void expect_back() const {
         const auto now = vxhost::pool_stats();
         EXPECT_EQ(now.live_pools, pools.live_pools);
@@ -34,6 +36,7 @@ struct Baseline {
         EXPECT_EQ(now.live_bytes, pools.live_bytes);
         EXPECT_EQ(vxhost::Journal::live(), journals);
         EXPECT_EQ(vxhost::LocaleObject::live(), locales);
+        EXPECT_EQ(vxhost::Transcoder::live(), transcoders);
     }
 };
 
