@@ -106,11 +106,6 @@ TEST_F(WeekFormats, EveryLayoutAgainstStrftime) {
         while (day_number(y + 1, 1, 1) <= dn) ++y;
         for (const auto& r : rules) {
             const Week w = oracle_week(dn, r.rule, y);
-            for (int width = 2; width <= 11; ++width) {
-                const std::string got = format(r.week, width, double(dn));
-                if (got != week_layout(w, width) && ++failures < 10)
-                    ADD_FAILURE() << "day " << dn << " width " << width << ": " << got << " vs " << week_layout(w, width);
-            }
             for (int width = 2; width <= 8; ++width) {
                 const std::string got = format(r.year_week, width, double(dn));
                 if (got != year_week_layout(w, width) && ++failures < 10)
@@ -120,8 +115,8 @@ TEST_F(WeekFormats, EveryLayoutAgainstStrftime) {
     }
 }
 
-// Width 11 shows every part (year, week, day): every day of 1583 to 9999 by all three rules.
-TEST_F(WeekFormats, EveryDayAtFullWidth) {
+// Every day of 1583 to 9999, every width from 2 to 11, by all three rules.
+TEST_F(WeekFormats, EveryDayEveryWidth) {
     const struct {
         const char32_t* name;
         char rule;
@@ -133,11 +128,16 @@ TEST_F(WeekFormats, EveryDayAtFullWidth) {
     for (long dn = day_number(1583, 1, 1); dn <= day_number(9999, 12, 31); ++dn) {
         while (day_number(y + 1, 1, 1) <= dn) ++y;
         for (int k = 0; k < 3; ++k) {
-            const auto result = session->format(*rows[k], 11, 0, double(dn));
-            const std::string expected = week_layout(oracle_week(dn, rules[k].rule, y), 11);
-            bool same = result.text.size() == expected.size();
-            for (std::size_t i = 0; same && i < expected.size(); ++i) same = result.text[i] == char32_t(expected[i]);
-            if (!same && ++failures <= 5) ADD_FAILURE() << "day " << dn << ": " << vxhost::to_utf8(result.text) << " vs " << expected;
+            const Week week = oracle_week(dn, rules[k].rule, y);
+            for (int width = 2; width <= 11; ++width) {
+                const auto result = session->format(*rows[k], width, 0, double(dn));
+                const std::string expected = week_layout(week, width);
+                bool same = result.text.size() == expected.size();
+                for (std::size_t i = 0; same && i < expected.size(); ++i) same = result.text[i] == char32_t(expected[i]);
+                if (!same && ++failures <= 5)
+                    ADD_FAILURE() << "day " << dn << " width " << width << ": " << vxhost::to_utf8(result.text) << " vs "
+                                  << expected;
+            }
         }
     }
     EXPECT_EQ(failures, 0);
