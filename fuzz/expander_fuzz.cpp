@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "harness.h"
+#include "longest_table.h"
 #include "locale/property_table.h"
 #include "nldate/expander.h"
 
@@ -19,20 +20,10 @@ using vxfuzz::FuzzInput;
 
 constexpr char32_t pattern_alphabet[] = U"%%%%#0+?123456789aAbBcCdDeEfFgGhHiIjkKlLmMnNoOpPqQrRsStTuUvVwWxXyYzZ%-/ .:";
 
-// A table whose every property is as long as a property can be (160 characters), with the
-// patterns of 28 and 53 full of directives, so "%x" and "%X" expand to the most they can.
+// The worst-case table, with "%x" inside the patterns and a calendar code for "%+Y".
 const PropertyCache& longest_table() {
     static const std::unique_ptr<PropertyCache> table = [] {
-        auto t = std::make_unique<PropertyCache>();
-        std::memset(t.get(), 0, sizeof(PropertyCache));
-        for (std::uint32_t n = 0; n < property_count; ++n) {
-            Property& p = t->properties[n];
-            p.number = n;
-            p.length = property_value_cells;
-            for (std::size_t i = 0; i < property_value_cells; ++i)
-                p.value[i] = n == 28 || n == 53 ? U"%A%B%x"[i % 6] : static_cast<wchar>(U'a' + (n + i) % 26);
-            p.width = property_value_cells;
-        }
+        auto t = vxfuzz::longest_table(U"%A%B%x");
         const char32_t code[] = U"JP";
         std::memcpy(t->properties[5].value, code, 2 * sizeof(char32_t));
         t->properties[5].length = 2;

@@ -10,6 +10,7 @@
 
 #include "classic/time_formats.h"
 #include "harness.h"
+#include "longest_table.h"
 #include "locale/property_table.h"
 #include "locale_object.h"
 #include "nldate/expander.h"
@@ -18,22 +19,9 @@ namespace {
 
 using namespace vxlocfmt;
 
-// Every name 160 characters long, and "%x" (property 28) a pattern of forty "%A%B" pairs.
-std::unique_ptr<PropertyCache> longest_names() {
-    auto t = std::make_unique<PropertyCache>();
-    std::memset(t.get(), 0, sizeof(PropertyCache));
-    for (std::uint32_t n = 0; n < property_count; ++n) {
-        Property& p = t->properties[n];
-        p.number = n;
-        p.length = property_value_cells;
-        for (std::size_t i = 0; i < property_value_cells; ++i)
-            p.value[i] = n == 28 ? U"%A%B"[i % 4] : static_cast<wchar>(U'a' + i % 26);
-    }
-    return t;
-}
-
 TEST(WorstCase, ExpanderTextFarBeyondItsWorkingCells) {
-    const auto table = longest_names();
+    // "%x" (property 28) is a pattern of forty "%A%B" pairs; every name is 160 characters.
+    const auto table = vxfuzz::longest_table(U"%A%B");
     // Each "%x" becomes 80 names of 160 characters: 12,800 characters, six times the 2048 cells.
     const std::u32string pattern = U"%x%x%x";
     std::int32_t measured = 0;
@@ -47,7 +35,7 @@ TEST(WorstCase, ExpanderTextFarBeyondItsWorkingCells) {
                                  &w, 0, *table, nullptr, 0, 0, 0, 0),
                   nldate::expand_cut);
         out.expect_untouched_beyond(static_cast<std::size_t>(std::abs(width)), "expander");
-        EXPECT_EQ(out.data()[0], width > 0 ? U'a' : U'a');
+        EXPECT_TRUE(out.data()[0] >= U'a' && out.data()[0] <= U'z');  // the cut keeps the text's start
     }
 }
 
