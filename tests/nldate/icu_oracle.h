@@ -96,32 +96,29 @@ struct IcuFormat {
     ~IcuFormat() {
         if (format) udat_close(format);
     }
-    // A pattern field the directive language cannot show (an era "G", a flexible day period "B")
-    // cannot be matched.
-    bool shows(UChar letter) const {
+    // The pattern's unquoted letters, with quoted text blanked out.
+    std::u16string letters() const {
         UChar pattern[256];
         UErrorCode error = U_ZERO_ERROR;
         const int32_t n = udat_toPattern(format, false, pattern, 256, &error);
+        std::u16string out;
         bool quoted = false;
         for (int32_t i = 0; i < n; ++i) {
             if (pattern[i] == u'\'') quoted = !quoted;
-            else if (!quoted && pattern[i] == letter) return true;
+            out += quoted || pattern[i] == u'\'' ? u' ' : static_cast<char16_t>(pattern[i]);
         }
-        return false;
+        return out;
     }
+    // A pattern field the directive language cannot show (an era "G", a flexible day period "B")
+    // cannot be matched.
+    bool shows(UChar letter) const { return letters().find(static_cast<char16_t>(letter)) != std::u16string::npos; }
     bool shows_era() const { return shows(u'G'); }
     // A lone "m" or "s" (minutes or seconds without padding): the directives always pad them.
     bool shows_unpadded(UChar letter) const {
-        UChar pattern[256];
-        UErrorCode error = U_ZERO_ERROR;
-        const int32_t n = udat_toPattern(format, false, pattern, 256, &error);
-        bool quoted = false;
-        for (int32_t i = 0; i < n; ++i) {
-            if (pattern[i] == u'\'') quoted = !quoted;
-            else if (!quoted && pattern[i] == letter && (i + 1 >= n || pattern[i + 1] != letter) &&
-                     (i == 0 || pattern[i - 1] != letter))
+        const std::u16string l = letters();
+        for (std::size_t i = 0; i < l.size(); ++i)
+            if (l[i] == letter && (i + 1 >= l.size() || l[i + 1] != letter) && (i == 0 || l[i - 1] != letter))
                 return true;
-        }
         return false;
     }
     std::u32string operator()(UDate when) const {
