@@ -1,0 +1,296 @@
+#include "nlnum/currency_formats.h"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+
+#include "calendar/missing_value.h"
+#include "frame/field.h"
+#include "frame/instance.h"
+#include "frame/kernel.h"
+#include "locale/property_table.h"
+#include "nlnum/locale_monetary.h"
+
+namespace vxlocfmt::nlnum {
+namespace {
+
+constexpr std::uint32_t mode_fixed = 0x1000;
+constexpr std::int32_t number_cells = 64;    // the kernel's rendering
+constexpr std::int32_t converted_bytes = 64;  // the styled text in the session encoding
+constexpr std::size_t styled_cells = 256;
+constexpr std::size_t symbol_cells = 32;      // the longest decoded symbol has 4 characters
+constexpr std::int32_t one_character_bytes = 8;
+
+// Placement of amount "V", symbol "$" and sign "-" by (cs_precedes + 2 sep_by_space) * 5 +
+// sign_posn; "(" and ")" are written for negative amounts only.
+constexpr std::u32string_view placement_patterns[20] = {
+    U"(V$)",  U"-V$",  U"V$-",  U"V-$",  U"V$-",   // symbol after, no space
+    U"($V)",  U"-$V",  U"$V-",  U"-$V",  U"$-V",   // symbol first, no space
+    U"(V $)", U"-V $", U"V $-", U"V- $", U"V $-",  // symbol after, space
+    U"($ V)", U"-$ V", U"$ V-", U"-$ V", U"$ -V",  // symbol first, space
+};
+
+// Selectors outside their ranges (bad locale data) count as the nearest sensible value: any
+// non-zero flag as 1, a sign position outside 0 to 4 as 1 (sign first).
+std::u32string_view placement(const LocaleMonetary& mon, bool negative) {
+    const int precedes = (negative ? mon.n_cs_precedes : mon.p_cs_precedes) != 0;
+    const int space = (negative ? mon.n_sep_by_space : mon.p_sep_by_space) != 0;
+    int position = negative ? mon.n_sign_posn : mon.p_sign_posn;
+    if (position < 0 || position > 4) position = 1;
+    return placement_patterns[(precedes + 2 * space) * 5 + position];
+}
+
+// A bounded text builder: what does not fit is dropped (and the text is then too long anyway).
+template <std::size_t N>
+struct Text {
+    std::array<wchar, N> cells{};
+    std::size_t length = 0;
+    void put(wchar c) {
+        if (length < N) cells[length++] = c;
+    }
+    void put(std::u32string_view s) {
+        for (const wchar c : s) put(c);
+    }
+    std::u32string_view view() const { return {cells.data(), length}; }
+};
+
+bool convertible(const FmtCall& call, wchar c) {
+    if (!call.session_transcoder) return true;  // a wide session holds every character
+    unsigned char bytes[one_character_bytes];
+    std::int32_t produced = 0;
+    return kernel::convert(call.session_transcoder, &c, sizeof c, bytes, one_character_bytes, &produced) == st::ok;
+}
+
+int hex_digit(wchar c) {
+    if (c >= U'0' && c <= U'9') return static_cast<int>(c - U'0');
+    if (c >= U'A' && c <= U'F') return static_cast<int>(c - U'A' + 10);
+    if (c >= U'a' && c <= U'f') return static_cast<int>(c - U'a' + 10);
+    return -1;
+}
+
+// The row's local symbol with its "<Uxxxx>" escapes decoded; the ISO code when the session
+// encoding cannot hold one of the decoded characters.
+Text<symbol_cells> local_symbol(const FmtCall& call, const MonetaryRow& row) {
+    Text<symbol_cells> out;
+    const std::u32string_view s = row.currency_symbol;
+    for (std::size_t i = 0; i < s.size();) {
+        if (s[i] == U'<' && i + 7 <= s.size() && (s[i + 1] == U'U' || s[i + 1] == U'u') && s[i + 6] == U'>') {
+            const int d[4] = {hex_digit(s[i + 2]), hex_digit(s[i + 3]), hex_digit(s[i + 4]), hex_digit(s[i + 5])};
+            if (d[0] >= 0 && d[1] >= 0 && d[2] >= 0 && d[3] >= 0) {
+                const auto c = static_cast<wchar>(d[0] << 12 | d[1] << 8 | d[2] << 4 | d[3]);
+                if (!convertible(call, c)) {
+                    out.length = 0;
+                    out.put(row.int_curr_symbol);
+                    return out;
+                }
+                out.put(c);
+                i += 7;
+                continue;
+            }
+        }
+        out.put(s[i++]);
+    }
+    return out;
+}
+
+// The kernel's plain fixed-point rendering, left-justified without trailing blanks.
+std::u32string_view kernel_number(const FmtCall& call, double value, std::int32_t width, wchar (&cells)[number_cells]) {
+    std::int32_t length = call.capacity;
+    const auto format = kernel::slot<kernel::number_format_fn>(call.number_format, kernel::locale_number_format_slot);
+    format(call.number_format, value, std::min(width, number_cells), call.decimals, mode_fixed, cells, number_cells, &length);
+    std::u32string_view text(cells, static_cast<std::size_t>(std::clamp(length, 0, number_cells)));
+    const std::size_t first = text.find_first_not_of(U' ');
+    if (first == std::u32string_view::npos) return {};
+    text.remove_prefix(first);
+    return text.substr(0, text.find_last_not_of(U' ') + 1);
+}
+
+struct Attempt {
+    bool grouping;
+    bool symbol;
+};
+
+// The kernel's digits rebuilt in the locale's style: sign and parentheses dropped, separators
+// every group_size digits, the locale's decimal point.
+void rebuild_number(Text<styled_cells>& out, std::u32string_view digits, const FmtCall& call, const LocaleMonetary& mon,
+                    bool grouping) {
+    if (!digits.empty() && digits.front() == U'-') digits.remove_prefix(1);
+    const bool exponent = digits.find(U'E') != std::u32string_view::npos;
+    std::u32string_view whole = digits, fraction;
+    if (call.decimals > 0 || exponent) {
+        if (const std::size_t point = digits.find(U'.'); point != std::u32string_view::npos) {
+            whole = digits.substr(0, point);
+            fraction = digits.substr(point + 1);
+        }
+    }
+    const std::size_t g = static_cast<std::size_t>(mon.group_size());
+    if (grouping && !exponent && g > 0 && g < whole.size()) {
+        std::size_t run = whole.size() % g == 0 ? g : whole.size() % g;
+        out.put(whole.substr(0, run));
+        for (std::size_t i = run; i < whole.size(); i += g) {
+            out.put(mon.thousands_sep());
+            out.put(whole.substr(i, g));
+        }
+    } else {
+        out.put(whole);
+    }
+    if (!fraction.empty()) {
+        // A locale without a monetary decimal point still needs one between the digits.
+        out.put(mon.decimal_point().empty() ? std::u32string_view(U".") : mon.decimal_point());
+        out.put(fraction);
+    }
+}
+
+Text<styled_cells> styled(std::u32string_view digits, double value, const FmtCall& call, const LocaleMonetary& mon,
+                          std::u32string_view symbol, Attempt attempt) {
+    const bool negative = value < 0;
+    Text<styled_cells> text;
+    for (const wchar p : placement(mon, negative)) {
+        switch (p) {
+        case U'(':
+        case U')':
+            if (negative) text.put(p);
+            break;
+        case U' ': text.put(p); break;
+        case U'V': rebuild_number(text, digits, call, mon, attempt.grouping); break;
+        case U'-': text.put(negative ? mon.negative() : mon.positive()); break;
+        case U'$':
+            if (attempt.symbol) text.put(symbol);
+            break;
+        default: break;
+        }
+    }
+    std::u32string_view trimmed = text.view();
+    const std::size_t first = trimmed.find_first_not_of(U' ');
+    trimmed = first == std::u32string_view::npos ? std::u32string_view() : trimmed.substr(first);
+    trimmed = trimmed.substr(0, trimmed.find_last_not_of(U' ') + 1);
+    Text<styled_cells> out;
+    out.put(trimmed);
+    // Positive amounts line up with parenthesised negatives.
+    if (value > 0 && mon.n_sign_posn == 0) out.put(U' ');
+    return out;
+}
+
+// Bytes of the text in the session encoding, or -1 when the converter refuses it.
+std::int32_t session_bytes(const FmtCall& call, std::u32string_view text) {
+    if (!call.session_transcoder) return -1;
+    unsigned char bytes[converted_bytes];
+    std::int32_t produced = 0;
+    const status converted = kernel::convert(call.session_transcoder, text.data(),
+                                             static_cast<std::int32_t>(text.size() * sizeof(wchar)), bytes,
+                                             converted_bytes, &produced);
+    return converted == st::ok ? produced : -1;
+}
+
+void write_missing(FmtCall& call) {
+    const std::int32_t decimals = call.decimals;
+    call.decimals = 0;
+    calendar::zfmmiss(call);
+    call.decimals = decimals;
+}
+
+// The kernel's plain rendering straight into the field.
+void write_plain(FmtCall& call, double value, const OutputField& field) {
+    if (field.stored() <= 0) return;
+    std::int32_t length = call.capacity;
+    const auto format = kernel::slot<kernel::number_format_fn>(call.number_format, kernel::locale_number_format_slot);
+    format(call.number_format, value, call.width, call.decimals, mode_fixed, field.data(), field.stored(), &length);
+}
+
+enum class Symbol { code, local };
+
+status render(FmtCall& call, const MonetaryRow& row, Instance& instance, Symbol kind) {
+    const LocaleMonetary* mon = locale_monetary(call, instance);
+    const double value = *static_cast<const double*>(call.input);
+    if (!mon || calendar::is_nan(value)) {  // no memory for the conventions: a soft failure, by design
+        write_missing(call);
+        return st::ok;
+    }
+    const std::int32_t w = call.width;
+    const OutputField field = OutputField::of(call);
+    field.fill(U' ');
+    call.produced = std::max(w, 0);
+    // Without the convert flag no styled text is ever accepted: every attempt below would end
+    // in the plain rendering, so it is written at once.
+    if (w < 1 || !call.byte_mode) {
+        write_plain(call, value, field);
+        return st::ok;
+    }
+
+    const Text<symbol_cells> symbol =
+        kind == Symbol::local ? local_symbol(call, row) : [&] { Text<symbol_cells> t; t.put(row.int_curr_symbol); return t; }();
+    Attempt attempt{true, true};
+    std::int32_t narrowing = 0;
+    for (;;) {
+        wchar cells[number_cells];
+        std::u32string_view digits = kernel_number(call, value, w, cells);
+        if (static_cast<std::int32_t>(digits.size()) >= w) {
+            digits = kernel_number(call, value, w - narrowing, cells);
+            if (static_cast<std::int32_t>(digits.size()) > w) digits = U"*";
+        }
+        const Text<styled_cells> text = styled(digits, value, call, *mon, symbol.view(), attempt);
+        const auto length = static_cast<std::int32_t>(text.length);
+        // The length that decides: the text's own when too long, its session bytes otherwise, and
+        // one more than the width when the converter refused it. No digits: never accepted.
+        std::int32_t compared = length;
+        if (length <= w) {
+            const std::int32_t bytes = digits.empty() ? -1 : session_bytes(call, text.view());
+            compared = bytes < 0 ? w + 1 : bytes;
+            if (compared <= w) {
+                field.write(w - length, text.view());
+                return st::ok;
+            }
+        }
+        if (attempt.grouping) {
+            attempt.grouping = false;
+        } else if (attempt.symbol) {
+            attempt.symbol = false;
+        } else if (narrowing == 0) {
+            narrowing = compared - w;
+        } else {
+            field.fill(U' ');
+            write_plain(call, value, field);
+            return st::ok;
+        }
+    }
+}
+
+}  // namespace
+
+status nlmnyint(FmtCall& call, const MonetaryRow& row, Instance& instance) {
+    return render(call, row, instance, Symbol::code);
+}
+
+status nlmnyloc(FmtCall& call, const MonetaryRow& row, Instance& instance) {
+    return render(call, row, instance, Symbol::local);
+}
+
+namespace {
+
+// The rule every fixed-currency format follows: no width or decimals check; the property table
+// built on the first NL call of the record ("*" over the width when it cannot be).
+template <status (*Loop)(FmtCall&, const MonetaryRow&, Instance&)>
+status fixed_currency(FmtCall* call, const MonetaryRow& row) {
+    Instance* instance = find_instance(*call);
+    if (!instance) return st::instance_not_found;
+    if (!call->property_cache && locale::fill_nlfmt_properties(*call, *instance) != st::ok) {
+        star_fill(*call);
+        return st::ok;
+    }
+    return Loop(*call, row, *instance);
+}
+
+}  // namespace
+}  // namespace vxlocfmt::nlnum
+
+#define VX_DEFINE_FIXED_CURRENCY(lower, code)                                                           \
+    VX_EXPORT vxlocfmt::status vxfmtnlmni##lower(vxlocfmt::FmtCall* call, void*) {                      \
+        using namespace vxlocfmt::nlnum;                                                                \
+        return fixed_currency<nlmnyint>(call, currency_row(U"" code));                                  \
+    }                                                                                                   \
+    VX_EXPORT vxlocfmt::status vxfmtnlmnl##lower(vxlocfmt::FmtCall* call, void*) {                      \
+        using namespace vxlocfmt::nlnum;                                                                \
+        return fixed_currency<nlmnyloc>(call, currency_row(U"" code));                                  \
+    }
+VX_FORMAT_CURRENCIES(VX_DEFINE_FIXED_CURRENCY)
+#undef VX_DEFINE_FIXED_CURRENCY
