@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "calendar/missing_value.h"
 #include "decimal_digits.h"
 
 namespace vxhost {
@@ -150,7 +151,7 @@ status best_fit(double value, int width, Text& text) {
         const int fixed_shows = decimals + x.point;
         const int exponent_shows = cells - 1 - exponent_length(x.point - 1);
         const bool exact = x.count - x.point <= decimals;
-        if (x.point > 0 || exact || fixed_shows >= std::min(exponent_shows, x.count)) {
+        if (x.point > 0 || exact || fixed_shows >= std::min({exponent_shows, x.count, best_fit_digits})) {
             ExactDecimal r = x;
             round_digits(r, x.point + decimals);
             if (r.count > 0 && r.point <= cells) {
@@ -186,6 +187,15 @@ extern "C" status format_number(void*, double value, std::int32_t width, std::in
         if (length) *length = cells;
         return st::number_shortened;
     };
+    if (std::isnan(value)) {
+        // A missing value: its character in the last cell.
+        std::fill_n(out, cells, U' ');
+        if (width <= capacity)
+            out[width - 1] = vxlocfmt::calendar::missing_characters[static_cast<std::size_t>(
+                vxlocfmt::calendar::missing_code(value))];
+        if (length) *length = cells;
+        return st::ok;
+    }
     if (!std::isfinite(value)) return stars();
     // Past 340 decimals every double is exact; more would only append zeros that cannot fit.
     const int d = std::clamp(decimals, 0, std::min(max_fixed_decimals, width));
