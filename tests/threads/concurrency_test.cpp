@@ -19,6 +19,12 @@ TEST(Concurrency, OneInstanceManyCallRecords) {
     const char* locales[] = {"en_US", "de_DE", "ja_JP", "fr_FR", "ar_EG", "ru_RU"};
     std::vector<const vxlocfmt::FuncInfo*> rows;
     for (const vxlocfmt::FuncInfo* row = library.registry(); row->function; ++row) rows.push_back(row);
+    {
+        // The instance's monetary conventions are built by its first fixed-currency call without a
+        // lock, the one race the library permits: that call is made here, before threads share it.
+        vxhost::Session warm(library, {.locale = "en_US"});
+        warm.format(*library.find(U"NLMNIUSD"), 12, 2, 0);
+    }
 
     // Every thread formats the same values on the same rows; results must agree per locale.
     constexpr int threads_per_locale = 2;
