@@ -1,0 +1,83 @@
+// NLNUM, NLNUMI, NLPCT and NLPCTI: the value (times 100 for the percentages) through the locale
+// number renderer with the format's own conventions record; the classic COMMA or PERCENT when
+// the locale has no such record. The four differ by one row of the table below.
+#include "calendar/missing_value.h"
+#include "classic/numeric_formats.h"
+#include "frame/field.h"
+#include "frame/instance.h"
+#include "frame/prologue.h"
+#include "frame/registry.h"
+#include "locale/property_table.h"
+#include "nlnum/number_renderer.h"
+
+namespace vxlocfmt::nlnum {
+namespace {
+
+struct number_format {
+    registry::Limits limits;
+    std::size_t key;         // the key property of the conventions record
+    bool percent;            // the value is shown times 100
+    format_fn classic;       // the fallback, given the value as the caller passed it
+    status classic_accepts;  // a status of the fallback besides 0 and "shortened" that is not a failure
+};
+
+// PERCENT also accepts 0x803fe80e; COMMA has already turned its own 0x803fe85b into 0.
+constexpr status percent_tolerated = 0x803fe80eu;
+
+constexpr number_format nlnum_row{registry::limits_of(U"NLNUM"), locale::prop::locale_number_key, false,
+                                  vxfmtzfmcomma, st::ok};
+constexpr number_format nlnumi_row{registry::limits_of(U"NLNUMI"), locale::prop::fixed_number_key, false,
+                                   vxfmtzfmcomma, st::ok};
+constexpr number_format nlpct_row{registry::limits_of(U"NLPCT"), locale::prop::locale_percent_key, true,
+                                  vxfmtzfmpercent, percent_tolerated};
+constexpr number_format nlpcti_row{registry::limits_of(U"NLPCTI"), locale::prop::fixed_percent_key, true,
+                                   vxfmtzfmpercent, percent_tolerated};
+
+// The classic fallback over a blank field; "*" when it fails as well.
+void classic_fallback(FmtCall& call, const number_format& f) {
+    OutputField::of(call).fill(U' ');
+    const status code = f.classic(&call, nullptr);
+    if (code != st::ok && code != st::number_shortened && code != f.classic_accepts) star_fill(call);
+}
+
+status format_number(FmtCall& call, const number_format& f) {
+    const Instance* instance = find_instance(call);
+    if (!instance) return st::instance_not_found;
+    call.produced = call.width;
+    if (const status code = check_limits(call, f.limits)) return code;
+    const double value = *static_cast<const double*>(call.input);
+    if (calendar::is_nan(value)) {
+        const std::int32_t decimals = call.decimals;
+        call.decimals = 0;
+        const auto code = static_cast<status>(calendar::zfmmiss(call));
+        call.decimals = decimals;
+        return code;
+    }
+    if (!call.property_cache && locale::fill_nlfmt_properties(call, *instance) != st::ok) {
+        star_fill(call);
+        return st::ok;
+    }
+    const PropertyCache& table = *call.property_cache;
+    const NumberConventions* conventions = conventions_of(table, f.key);
+    std::int32_t result = zkfnum_unsupported;
+    if (conventions) {
+        // Zero stays as it is (minus zero keeps its sign bit, and shows no sign).
+        const double scaled = f.percent && value != 0 ? value * 100 : value;
+        const void* const input = call.input;
+        call.input = &scaled;
+        result = zkfnum(supported_flag(table, f.key), call, *conventions, *instance);
+        call.input = input;
+    }
+    if (result != zkfnum_done) classic_fallback(call, f);
+    return st::ok;
+}
+
+}  // namespace
+}  // namespace vxlocfmt::nlnum
+
+using namespace vxlocfmt;
+
+VX_EXPORT status vxfmtnlnum(FmtCall* call, void*) { return nlnum::format_number(*call, nlnum::nlnum_row); }
+VX_EXPORT status vxfmtnlnumi(FmtCall* call, void*) { return nlnum::format_number(*call, nlnum::nlnumi_row); }
+VX_EXPORT status vxfmtnlpct(FmtCall* call, void*) { return nlnum::format_number(*call, nlnum::nlpct_row); }
+VX_EXPORT status vxfmtnlpcti(FmtCall* call, void*) { return nlnum::format_number(*call, nlnum::nlpcti_row); }

@@ -1,0 +1,157 @@
+#include "nlnum/number_renderer.h"
+
+#include <algorithm>
+#include <string_view>
+
+#include "calendar/missing_value.h"
+#include "frame/field.h"
+#include "frame/kernel.h"
+#include "nlnum/number_styling.h"
+
+namespace vxlocfmt::nlnum {
+namespace {
+
+// The kernel's rendering is requested into this many cells.
+constexpr std::int32_t kernel_cells = 256;
+// Plain fixed point: digits, an optional "-" and ".", "E" notation when the digits do not fit.
+constexpr std::uint32_t mode_fixed_point = 0x1000;
+// Bytes of the session-encoding conversion; the longest text to convert is 32 characters of at
+// most 4 bytes.
+constexpr std::int32_t converter_bytes = 200;
+static_assert(converter_bytes >= 4 * zkfnum_max_width);
+
+// The call's decimals as the caller set them, put back on every way out.
+class DecimalsKept {
+public:
+    explicit DecimalsKept(FmtCall& call) : call_(call), saved_(call.decimals) {}
+    ~DecimalsKept() { call_.decimals = saved_; }
+    DecimalsKept(const DecimalsKept&) = delete;
+    DecimalsKept& operator=(const DecimalsKept&) = delete;
+
+private:
+    FmtCall& call_;
+    std::int32_t saved_;
+};
+
+// One request to the kernel formatter: its text without the blanks around it, or false when
+// the attempt must end in the "*" fill (a failure status, or a shortened text that is starred or
+// longer than the call's field).
+bool ask_kernel(void* locale, double value, std::int32_t width, std::int32_t decimals, std::int32_t field_length,
+                wchar* cells, std::u32string_view& text) {
+    std::int32_t length = field_length;
+    const status code = kernel::slot<kernel::number_format_fn>(locale, kernel::locale_number_format_slot)(
+        locale, value, width, decimals, mode_fixed_point, cells, kernel_cells, &length);
+    const std::int32_t produced = std::clamp(length, 0, kernel_cells);
+    std::int32_t from = 0, to = produced;
+    while (from < to && cells[from] == U' ') ++from;
+    while (to > from && cells[to - 1] == U' ') --to;
+    text = {cells + from, static_cast<std::size_t>(to - from)};
+    if (code == st::ok) return true;
+    if (code != st::number_shortened) return false;
+    if (static_cast<std::int64_t>(field_length) < static_cast<std::int64_t>(text.size())) return false;
+    return std::find(cells, cells + produced, U'*') == cells + produced;
+}
+
+// Wide text into the session encoding; its length in bytes, or -1 when the converter refuses.
+std::int32_t converted_length(const FmtCall& call, const wchar* text, std::size_t count) {
+    if (!call.session_transcoder) return -1;
+    unsigned char bytes[converter_bytes];
+    std::int32_t produced = -1;
+    const status code = kernel::convert(call.session_transcoder, text, static_cast<std::int32_t>(count * sizeof(wchar)),
+                                        bytes, converter_bytes, &produced);
+    return code == st::ok ? produced : -1;
+}
+
+}  // namespace
+
+std::int32_t zkfnum(std::uint32_t supported, FmtCall& call, const NumberConventions& c, const Instance& instance) {
+    if (supported == 0) return zkfnum_unsupported;
+    const std::int32_t w = call.width;
+    if (w <= 0) return zkfnum_done;
+    if (w > zkfnum_max_width) {
+        // Whatever the value: the widest styled number is 32.
+        call.width = zkfnum_max_width;
+        star_fill(call);
+        return zkfnum_done;
+    }
+    const DecimalsKept kept(call);
+    call.produced = w;
+    const double value = *static_cast<const double*>(call.input);
+    if (calendar::is_nan(value)) {
+        call.decimals = 0;
+        calendar::zfmmiss(call);
+        return zkfnum_done;
+    }
+
+    const OutputField field = OutputField::of(call);
+    const auto fail = [&] {
+        field.fill(U'*');
+        call.produced = w;
+        return zkfnum_done;
+    };
+    field.fill(U' ');
+    const bool bytes = call.byte_mode != 0;
+    auto point_length = static_cast<std::int32_t>(cells_used(c.decimal_point));
+    if (bytes) {
+        point_length = converted_length(call, c.decimal_point, static_cast<std::size_t>(point_length));
+        if (point_length < 0) return fail();
+    }
+    // No more decimals than the width could show: the kernel would drop the others anyway.
+    std::int32_t decimals = c.decimal_point[0] == 0 ? 0 : std::clamp(call.decimals, 0, w);
+    call.decimals = decimals;
+    void* const locale = instance.fixed_locale ? instance.fixed_locale : call.number_format;
+    if (!locale) return fail();
+
+    StyleState state;
+    std::int32_t narrowing = 0;  // r: how much narrower than the width the kernel is asked
+    bool leading_zero = false;
+    std::int32_t m = 0;          // length of the last styled text
+    wchar plain_cells[kernel_cells];
+    wchar styled[styled_cells];
+    for (;;) {
+        std::u32string_view plain;
+        if (!ask_kernel(locale, value, w, decimals, call.capacity, plain_cells, plain)) return fail();
+        if (static_cast<std::int32_t>(plain.size()) > w || narrowing > 0) {
+            if (w - narrowing < 1) return fail();
+            if (!ask_kernel(locale, value, w - narrowing, decimals, call.capacity, plain_cells, plain)) return fail();
+        }
+        const auto n = static_cast<std::int32_t>(plain.size());
+        if (n < 1) return fail();
+        if (decimals > 0 && plain.starts_with(U"0.")) leading_zero = true;
+
+        if (n <= w && plain.find(U'*') == std::u32string_view::npos) {
+            const std::int32_t length = style_number(plain, decimals, value, point_length, c, state, styled);
+            if (length != style_too_long) {
+                m = length;
+                if (m <= w && bytes) m = converted_length(call, styled, static_cast<std::size_t>(length));
+                if (m < 0) return fail();  // the session encoding cannot hold the text
+                if (m <= w) {
+                    // Right-aligned by the text's size in the output encoding, so the byte wrapper's
+                    // conversion fills the width exactly.
+                    const std::int32_t pad = w - m;
+                    field.write(pad, {styled, static_cast<std::size_t>(length)});
+                    call.produced = bytes ? pad + length : w;
+                    return zkfnum_done;
+                }
+            }
+        }
+
+        // Too wide: the next attempt gives up grouping, then a decimal, then narrows the request.
+        if (state.grouping_wanted && state.grouping_done) {
+            state.grouping_wanted = false;
+        } else if (decimals > 0) {
+            // "0.5" may lose its leading zero in a narrower field rather than a decimal.
+            if (leading_zero && narrowing == 0) narrowing = 1;
+            else call.decimals = --decimals;
+        } else if (narrowing == 0) {
+            narrowing = m - w;
+            if (state.long_point_with_exponent && narrowing > 1) --narrowing;
+            if (narrowing < 1 || narrowing >= w) return fail();
+        } else {
+            if (w - narrowing < 2) return fail();
+            ++narrowing;
+        }
+    }
+}
+
+}  // namespace vxlocfmt::nlnum
