@@ -9,6 +9,7 @@
 #include "frame/instance.h"
 #include "frame/kernel.h"
 #include "locale/property_table.h"
+#include "nlnum/currency_format_patterns.h"
 #include "nlnum/locale_monetary.h"
 
 namespace vxlocfmt::nlnum {
@@ -21,23 +22,11 @@ constexpr std::size_t styled_cells = 256;
 constexpr std::size_t symbol_cells = 32;      // the longest decoded symbol has 4 characters
 constexpr std::int32_t one_character_bytes = 8;
 
-// Placement of amount "V", symbol "$" and sign "-" by (cs_precedes + 2 sep_by_space) * 5 +
-// sign_posn; "(" and ")" are written for negative amounts only.
-constexpr std::u32string_view placement_patterns[20] = {
-    U"(V$)",  U"-V$",  U"V$-",  U"V-$",  U"V$-",   // symbol after, no space
-    U"($V)",  U"-$V",  U"$V-",  U"-$V",  U"$-V",   // symbol first, no space
-    U"(V $)", U"-V $", U"V $-", U"V- $", U"V $-",  // symbol after, space
-    U"($ V)", U"-$ V", U"$ V-", U"-$ V", U"$ -V",  // symbol first, space
-};
-
-// Selectors outside their ranges (bad locale data) count as the nearest sensible value: any
-// non-zero flag as 1, a sign position outside 0 to 4 as 1 (sign first).
+// Where the amount, symbol and sign stand: the locale's selectors for a negative amount or
+// for zero and above (minus zero included).
 std::u32string_view placement(const LocaleMonetary& mon, bool negative) {
-    const int precedes = (negative ? mon.n_cs_precedes : mon.p_cs_precedes) != 0;
-    const int space = (negative ? mon.n_sep_by_space : mon.p_sep_by_space) != 0;
-    int position = negative ? mon.n_sign_posn : mon.p_sign_posn;
-    if (position < 0 || position > 4) position = 1;
-    return placement_patterns[(precedes + 2 * space) * 5 + position];
+    return negative ? pattern_for(mon.n_cs_precedes, mon.n_sep_by_space, mon.n_sign_posn)
+                    : pattern_for(mon.p_cs_precedes, mon.p_sep_by_space, mon.p_sign_posn);
 }
 
 // A bounded text builder: what does not fit is dropped (and the text is then too long anyway).

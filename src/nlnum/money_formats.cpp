@@ -1,0 +1,57 @@
+// NLMNY and NLMNYI: the amount through the locale number renderer with the locale's currency
+// record (its own symbol for NLMNY, the ISO code for NLMNYI); the classic DOLLAR when the locale
+// has no currency, "*" when that fails too.
+#include "calendar/missing_value.h"
+#include "classic/numeric_formats.h"
+#include "frame/field.h"
+#include "frame/instance.h"
+#include "frame/prologue.h"
+#include "frame/registry.h"
+#include "locale/property_table.h"
+#include "nlnum/number_renderer.h"
+
+namespace vxlocfmt::nlnum {
+namespace {
+
+struct money_format {
+    registry::Limits limits;
+    std::size_t key;  // 170: the local symbol; 171: the international one
+};
+
+constexpr money_format nlmny_row{registry::limits_of(U"NLMNY"), locale::prop::local_currency_key};
+constexpr money_format nlmnyi_row{registry::limits_of(U"NLMNYI"), locale::prop::international_currency_key};
+
+status format_money(FmtCall& call, const money_format& f) {
+    const Instance* instance = find_instance(call);
+    if (!instance) return st::instance_not_found;
+    call.produced = call.width;
+    if (const status code = check_limits(call, f.limits)) return code;
+    if (calendar::is_nan(*static_cast<const double*>(call.input))) {
+        const std::int32_t decimals = call.decimals;
+        call.decimals = 0;
+        const auto code = static_cast<status>(calendar::zfmmiss(call));
+        call.decimals = decimals;
+        return code;
+    }
+    if (!call.property_cache && locale::fill_nlfmt_properties(call, *instance) != st::ok) {
+        star_fill(call);
+        return st::ok;
+    }
+    const PropertyCache& table = *call.property_cache;
+    const NumberConventions* conventions = conventions_of(table, f.key);
+    if (!conventions || zkfnum(supported_flag(table, f.key), call, *conventions, *instance) != zkfnum_done) {
+        // A locale without a currency: DOLLAR over the field as it stands (no blanking first).
+        const status code = vxfmtzfmdollar(&call, nullptr);
+        if (code != st::ok && code != st::number_shortened) star_fill(call);
+    }
+    call.produced = call.width;
+    return st::ok;
+}
+
+}  // namespace
+}  // namespace vxlocfmt::nlnum
+
+using namespace vxlocfmt;
+
+VX_EXPORT status vxfmtnlmny(FmtCall* call, void*) { return nlnum::format_money(*call, nlnum::nlmny_row); }
+VX_EXPORT status vxfmtnlmnyi(FmtCall* call, void*) { return nlnum::format_money(*call, nlnum::nlmnyi_row); }
