@@ -71,7 +71,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     call.flags = flags;
     call.capacity = capacity;
     call.produced = 0;
-    call.byte_mode = 0;
+    call.byte_mode = byte_mode ? 1 : 0;  // as a host sets it for a byte call: the styled money paths need it
     const auto allowed = static_cast<std::size_t>(std::max(0, std::min(width, capacity)));
 
     vxfuzz::CallTimer timer;
