@@ -1,7 +1,6 @@
 #include "nlnum/currency_formats.h"
 
 #include <algorithm>
-#include <array>
 #include <string_view>
 
 #include "calendar/missing_value.h"
@@ -30,9 +29,10 @@ std::u32string_view placement(const LocaleMonetary& mon, bool negative) {
 }
 
 // A bounded text builder: what does not fit is dropped (and the text is then too long anyway).
+// Left unset: only the first `length` cells are ever read (a cleared 1 KiB per attempt showed).
 template <std::size_t N>
 struct Text {
-    std::array<wchar, N> cells{};
+    wchar cells[N];
     std::size_t length = 0;
     void put(wchar c) {
         if (length < N) cells[length++] = c;
@@ -40,7 +40,15 @@ struct Text {
     void put(std::u32string_view s) {
         for (const wchar c : s) put(c);
     }
-    std::u32string_view view() const { return {cells.data(), length}; }
+    std::u32string_view view() const { return {cells, length}; }
+    // Drops blanks at both ends, in place.
+    void trim() {
+        std::size_t first = 0, last = length;
+        while (first < last && cells[first] == U' ') ++first;
+        while (last > first && cells[last - 1] == U' ') --last;
+        std::copy(cells + first, cells + last, cells);
+        length = last - first;
+    }
 };
 
 bool convertible(const FmtCall& call, wchar c) {
@@ -149,15 +157,10 @@ Text<styled_cells> styled(std::u32string_view digits, double value, const FmtCal
         default: break;
         }
     }
-    std::u32string_view trimmed = text.view();
-    const std::size_t first = trimmed.find_first_not_of(U' ');
-    trimmed = first == std::u32string_view::npos ? std::u32string_view() : trimmed.substr(first);
-    trimmed = trimmed.substr(0, trimmed.find_last_not_of(U' ') + 1);
-    Text<styled_cells> out;
-    out.put(trimmed);
+    text.trim();
     // Positive amounts line up with parenthesised negatives.
-    if (value > 0 && mon.n_sign_posn == 0) out.put(U' ');
-    return out;
+    if (value > 0 && mon.n_sign_posn == 0) text.put(U' ');
+    return text;
 }
 
 // Bytes of the text in the session encoding, or -1 when the converter refuses it.
