@@ -39,6 +39,8 @@ std::string status_text(std::uint32_t status) {
     case 0x803fc0c9u: return "destination too small for the digits";
     case 0x803fe807u: return "converted text does not fit the field";
     case 0x803fe816u: return "number shortened to fit";
+    case 0x803fe85bu: return "number written without its thousands separators";
+    case 0x803fe80eu: return "no room for the number";
     default: {
         char text[32];
         std::snprintf(text, sizeof text, "status 0x%08x", status);

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 
 #include "calendar/missing_value.h"
 #include "decimal_digits.h"
@@ -39,10 +40,22 @@ void fixed_text(double value, int decimals, bool grouped, Text& text) {
     const int n = fixed_digits(std::fabs(value), decimals, digits);
     text.length = 0;
     if (std::signbit(value) && !all_zero(digits, n)) text.push('-');
+    if (!grouped) {
+        // Short texts (every fast-path one) as one fixed-size copy.
+        if (n <= 32) std::memcpy(text.cells + text.length, digits, 32);
+        else std::memcpy(text.cells + text.length, digits, static_cast<std::size_t>(n));
+        text.length += n;
+        return;
+    }
     int integer_digits = 0;
     while (integer_digits < n && digits[integer_digits] != '.') ++integer_digits;
+    // The first group holds what is left over from threes; a separator before every later one.
+    int next_group = integer_digits % 3 == 0 ? 3 : integer_digits % 3;
     for (int i = 0; i < n; ++i) {
-        if (grouped && i > 0 && i < integer_digits && (integer_digits - i) % 3 == 0) text.push(',');
+        if (i == next_group && i < integer_digits) {
+            text.push(',');
+            next_group += 3;
+        }
         text.push(digits[i]);
     }
 }
@@ -218,7 +231,8 @@ extern "C" status format_number(void*, double value, std::int32_t width, std::in
     }
     if (text.length > width) return stars();
     const std::int32_t pad = width - text.length;
-    for (std::int32_t i = 0; i < cells; ++i) out[i] = i < pad ? U' ' : static_cast<wchar>(text.cells[i - pad]);
+    std::fill_n(out, std::min(pad, cells), U' ');
+    for (std::int32_t i = pad; i < cells; ++i) out[i] = static_cast<wchar>(text.cells[i - pad]);
     if (length) *length = cells;
     return result;
 }

@@ -24,8 +24,8 @@ inline constexpr std::uint32_t mode_exponential = 0x2000;
 inline constexpr std::uint32_t mode_grouping_bit = 0x20000;
 inline constexpr std::uint32_t mode_grouped = mode_fixed | mode_grouping_bit;
 
-inline constexpr vxlocfmt::status grouping_dropped = 0x803fe85bu;
-inline constexpr vxlocfmt::status no_room = 0x803fe80eu;
+inline constexpr vxlocfmt::status grouping_dropped = vxlocfmt::st::number_grouping_dropped;
+inline constexpr vxlocfmt::status no_room = vxlocfmt::st::number_no_room;
 
 extern "C" vxlocfmt::status format_number(void* locale, double value, std::int32_t width, std::int32_t decimals,
                                           std::uint32_t mode, vxlocfmt::wchar* out, std::int32_t capacity,

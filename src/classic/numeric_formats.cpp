@@ -18,8 +18,8 @@ constexpr std::uint32_t mode_best_fit = 0x800;
 constexpr std::uint32_t mode_fixed = 0x1000;
 constexpr std::uint32_t mode_exponential = 0x2000;
 constexpr std::uint32_t mode_grouped = 0x21000;
-constexpr status grouping_dropped = 0x803fe85bu;
-constexpr status no_room = 0x803fe80eu;
+constexpr status grouping_dropped = st::number_grouping_dropped;
+constexpr status no_room = st::number_no_room;
 // The widest text the best-fit mode serves.
 constexpr std::int32_t best_fit_cells = 32;
 

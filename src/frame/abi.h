@@ -35,6 +35,10 @@ inline constexpr status no_journal = 0x803fc009u;
 inline constexpr status too_small_for_digits = 0x803fc0c9u;
 inline constexpr status does_not_fit = 0x803fe807u;
 inline constexpr status number_shortened = 0x803fe816u;
+// The kernel number formatter left out the thousands separators to fit (COMMA answers 0).
+inline constexpr status number_grouping_dropped = 0x803fe85bu;
+// The kernel number formatter had no room at all (width or capacity below 1): nothing written.
+inline constexpr status number_no_room = 0x803fe80eu;
 // The call record carries no locale object to build the property table from.
 inline constexpr status no_locale = 0x803fe80au;
 // Not a library code: what the placeholder of a format or informat that is not built yet answers.

@@ -2,7 +2,9 @@
 // 40 with guard cells around the field.
 #include <gtest/gtest.h>
 
+#include <bit>
 #include <cmath>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -20,7 +22,7 @@ constexpr std::size_t guard = 4;
 
 struct Renderer {
     vxhost::LocaleObject* locale = vxhost::LocaleObject::create("en_US");
-    std::vector<wchar> cells = std::vector<wchar>(96, U'~');
+    std::vector<wchar> cells = std::vector<wchar>(330, U'~');
     status code = 0;
     std::int32_t produced = 0;
     ~Renderer() { locale->release(); }
@@ -121,6 +123,25 @@ TEST(ClassicNumbers, EveryWidthStaysInItsField) {
                         r.run(format, value, width, decimals, capacity);
                         ASSERT_LE(r.produced, std::max(width, 0)) << value << " width " << width;
                     }
+}
+
+// What the fuzz target does, as a quick random sweep: any bit pattern, widths -5 to 300,
+// decimals -2 to 40, capacities at, below and above the width.
+TEST(ClassicNumbers, AnyValueWidthAndDecimalsStayInTheField) {
+    const format_fn formats[] = {vxfmtzfmn,       vxfmtzfmcomma, vxfmtzfmdollar, vxfmtzfmpercent,
+                                 vxfmtzfmpercentn, vxfmtzfmbest,  vxfmtzfmbestdt, vxfmtzfmt,
+                                 vxfmtzfme,        vxfmtzfmd};
+    std::mt19937_64 rng(13);
+    Renderer r;
+    for (int i = 0; i < 20000; ++i) {
+        const std::uint64_t bits = rng();
+        const double value = i % 2 ? std::bit_cast<double>(bits) : static_cast<double>(static_cast<std::int32_t>(bits)) / 1000;
+        const int width = static_cast<int>(rng() % 306) - 5;
+        const int decimals = static_cast<int>(rng() % 43) - 2;
+        const int capacity = std::max(0, width + static_cast<int>(rng() % 9) - 4);
+        r.run(formats[i % std::size(formats)], value, width, decimals, std::min(capacity, 320));
+        ASSERT_LE(r.produced, std::max(width, 0)) << value << " width " << width;
+    }
 }
 
 }  // namespace
