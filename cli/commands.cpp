@@ -8,6 +8,7 @@
 #include <stdexcept>
 #include <string>
 
+#include "classic_routines.h"
 #include "library.h"
 #include "locale_command.h"
 #include "locale_data.h"
@@ -89,34 +90,10 @@ void for_each_input(const Arguments& args, Each each) {
     if (!pending.empty()) each(std::string_view(pending), ++line);
 }
 
-// Classic clock formats the CLI offers by name; they have no registry rows.
-const FuncInfo* clock_row(const vxhost::Library& library, const std::string& name) {
-    static const struct {
-        const char* name;
-        const char* symbol;
-        std::uint32_t default_width;
-    } clocks[] = {{"TIME", "vxfmtzfmtime", 8}, {"TIMEAMPM", "vxfmtzfmtimm", 11}, {"TOD", "vxfmtzfmtod", 8}};
-    static FuncInfo rows[std::size(clocks)];
-    for (std::size_t i = 0; i < std::size(clocks); ++i) {
-        if (name != clocks[i].name) continue;
-        FuncInfo& row = rows[i];
-        std::fill(std::begin(row.name), std::end(row.name), U' ');
-        std::copy(name.begin(), name.end(), row.name);
-        row.kind = vxlocfmt::row_kind_format;
-        row.function = reinterpret_cast<vxlocfmt::format_fn>(library.symbol(clocks[i].symbol));
-        row.min_width = 2;
-        row.max_width = 40;
-        row.default_width = clocks[i].default_width;
-        row.max_decimals = 39;
-        return row.function ? &row : nullptr;
-    }
-    return nullptr;
-}
-
 const FuncInfo& find_row(const vxhost::Library& library, const std::string& name, std::uint32_t kind,
                          const std::string& spec_text) {
     const FuncInfo* row = library.find(widen(name));
-    if (!row && kind == vxlocfmt::row_kind_format) row = clock_row(library, name);
+    if (!row) row = classic_row(library, name, kind);
     if (!row || row->kind != kind)
         throw UsageError("unknown " + std::string(kind == vxlocfmt::row_kind_format ? "format" : "informat") +
                          " '" + spec_text + "'");
@@ -197,7 +174,7 @@ int read_command(const Arguments& args) {
 }
 
 int list_command(const Arguments& args) {
-    if (args.operands.size() != 1) throw UsageError("list takes one of: formats, informats, locales");
+    if (args.operands.size() != 1) throw UsageError("list takes one of: formats, informats, locales, classic");
     const std::string& what = args.operands[0];
     Output out;
     if (what == "locales") {
@@ -205,6 +182,15 @@ int list_command(const Arguments& args) {
             out.append(name);
             out.newline();
         }
+        return 0;
+    }
+    if (what == "classic") {
+        for (std::span<const ClassicRoutine> table : classic_tables())
+            for (const ClassicRoutine& routine : table) {
+                out.append(std::string(routine.name) + "\t" +
+                           (routine.kind == vxlocfmt::row_kind_format ? "format" : "informat") + "\t" + routine.symbol);
+                out.newline();
+            }
         return 0;
     }
     if (what != "formats" && what != "informats") throw UsageError("cannot list '" + what + "'");

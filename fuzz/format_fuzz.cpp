@@ -1,4 +1,4 @@
-// Every registry format, any value bit pattern, width, decimals, flags, capacity, byte mode and
+// Every registry format and the classic numeric renderers, any value bit pattern, width, decimals, flags, capacity, byte mode and
 // locale: nothing is written outside min(width, capacity), the produced length stays within the
 // width, the status is one a format may return, and no call is slow.
 #include <array>
@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "classic/numeric_formats.h"
 #include "world.h"
 
 
@@ -42,6 +43,11 @@ vxfuzz::World& world() {
     return w;
 }
 
+// The classic numeric renderers have no rows: driven directly, wide output only.
+constexpr format_fn classic_formats[] = {vxfmtzfmn,       vxfmtzfmcomma, vxfmtzfmdollar, vxfmtzfmpercent,
+                                         vxfmtzfmpercentn, vxfmtzfmbest,  vxfmtzfmbestdt, vxfmtzfmt,
+                                         vxfmtzfme,        vxfmtzfmd};
+
 bool allowed_status(status s) {
     return s <= st::decimals_too_large || s == st::instance_not_found || (s & 0xFFFF0000u) == 0x803F0000u;
 }
@@ -51,7 +57,10 @@ bool allowed_status(status s) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     vxfuzz::World& w = world();
     FuzzInput in(data, size);
-    const FuncInfo& row = *w.formats[in.pick(static_cast<std::uint32_t>(w.formats.size()))];
+    const std::uint32_t choice =
+        in.pick(static_cast<std::uint32_t>(w.formats.size() + std::size(classic_formats)));
+    const FuncInfo* row = choice < w.formats.size() ? w.formats[choice] : nullptr;
+    const format_fn function = row ? row->function : classic_formats[choice - w.formats.size()];
     const std::uint32_t value_choice = in.pick(64);
     double value = std::bit_cast<double>(in.take<std::uint64_t>());
     if (value_choice < std::size(interesting)) value = interesting[value_choice];
@@ -60,7 +69,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::int32_t decimals = in.between(-2, 40);
     const std::uint8_t flags = in.take<std::uint8_t>();
     const std::int32_t capacity = in.pick(2) ? std::max(width, 0) : in.between(0, 320);
-    const bool byte_mode = in.pick(2) == 1;
+    const bool byte_mode = in.pick(2) == 1 && row;
     const std::size_t locale = in.pick(static_cast<std::uint32_t>(std::size(locales)));
 
     vxhost::Session& session = byte_mode ? *w.bytes[locale] : *w.wide[locale];
@@ -79,14 +88,14 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (byte_mode) {
         GuardedCells<char> out(static_cast<std::size_t>(capacity));
         call.output = out.data();
-        code = row.byte_function(&call, nullptr, nullptr);
+        code = row->byte_function(&call, nullptr, nullptr);
         out.expect_untouched_beyond(allowed, "byte format wrote outside its field");
         if (call.produced < 0 || static_cast<std::size_t>(call.produced) > allowed)
             vxfuzz::fail("byte produced length beyond the field", call.produced, static_cast<long long>(allowed));
     } else {
         GuardedCells<char32_t> out(static_cast<std::size_t>(capacity));
         call.output = out.data();
-        code = row.function(&call, nullptr);
+        code = function(&call, nullptr);
         out.expect_untouched_beyond(allowed, "format wrote outside its field");
         if (call.produced > std::max(width, 0)) vxfuzz::fail("produced length beyond the width", call.produced, width);
     }

@@ -10,6 +10,7 @@
 #include "journal.h"
 #include "kernel_object.h"
 #include "nls_service.h"
+#include "number_formatter.h"
 #include "text_convert.h"
 #include "time_zone.h"
 
@@ -70,7 +71,13 @@ status slot_copy_text(void*, void*, const void* what, wchar* buffer, std::int64_
     return n > capacity ? vxlocfmt::st::does_not_fit : 0;
 }
 
+// The global number-format service: the number formatter without a locale of its own.
+struct NumberFormatService : KernelObject<vxlocfmt::kernel::locale_number_format_slot + 1> {
+    NumberFormatService() { words[vxlocfmt::kernel::locale_number_format_slot] = fn_word(&format_number); }
+};
+
 struct Handle : KernelObject<vxlocfmt::kernel::handle_words> {
+    NumberFormatService number_format;
     std::atomic<Journal*> default_journal{nullptr};
     void* journal_holder = nullptr;  // word 35 points here
     unsigned char conversion[1024]{};
@@ -81,6 +88,7 @@ struct Handle : KernelObject<vxlocfmt::kernel::handle_words> {
         words[handle_word_nls] = nls_service();  // a host with national-language support
         words[handle_word_default_journal] = &journal_holder;
         words[handle_word_zone] = zone_object();
+        words[handle_word_number_format] = &number_format;
         words[handle_word_conversion] = conversion;
         words[handle_capture] = fn_word(&slot_copy_text);
         words[handle_format_buff] = fn_word(&slot_copy_text);

@@ -1,105 +1,243 @@
-// The kernel number formatter. Fixed-point (mode 0x1000) rounds half away from zero on the exact
-// decimal value of the double; the other modes arrive with the number formats.
+// The kernel number formatter: fixed point (with or without thousands separators), best fit and
+// exponential, all rounding half away from zero on the exact value of the double.
 #include "number_formatter.h"
 
 #include <algorithm>
-#include <bit>
 #include <cmath>
-#include <cstdio>
 #include <cstring>
-#include <limits>
+
+#include "calendar/missing_value.h"
+#include "decimal_digits.h"
 
 namespace vxhost {
 namespace {
 
-constexpr int max_decimals = 40;
-// Longest text: 309 integer digits, sign, point and 40 decimals.
-constexpr std::size_t text_bytes = 400;
+using vxlocfmt::status;
+using vxlocfmt::wchar;
+namespace st = vxlocfmt::st;
 
-// True when value lies exactly halfway between two multiples of 10^-decimals. With value =
-// m * 2^e (m odd), value * 10^d * 2 = m * 5^d * 2^(e + d + 1) is an odd integer exactly when
-// e + d + 1 == 0.
-bool is_decimal_tie(double value, int decimals) {
-    if (value == 0 || !std::isfinite(value)) return false;
-    int exponent = 0;
-    const double mantissa = std::frexp(std::fabs(value), &exponent);
-    auto m = static_cast<std::uint64_t>(std::ldexp(mantissa, 53));
-    int e = exponent - 53;
-    const int zeros = std::countr_zero(m);
-    e += zeros;
-    return e + decimals + 1 == 0;
-}
+// Best fit shows at most this many significant digits after the integer part: the rest of a
+// double's digits are the binary approximation (0.1 + 0.2 shows as "0.3").
+constexpr int best_fit_digits = 15;
 
-// No decimals and below 2^53 (the clock formats' seconds, on every call): std::round is half
-// away from zero on the exact value, which is what the tie nudge and "%.0f" give below, and
-// costs no printf. "-0" cannot come out: a result of zero is written without its sign.
-int whole_text(double value, char* out) {
-    const double r = std::round(value);
-    auto magnitude = static_cast<std::uint64_t>(std::fabs(r));
-    char digits[20];
-    int n = 0;
-    do {
-        digits[n++] = static_cast<char>('0' + magnitude % 10);
-        magnitude /= 10;
-    } while (magnitude != 0);
+// Text built left to right in a fixed buffer; never longer than fixed_text_bytes.
+struct Text {
+    char cells[fixed_text_bytes + 120];  // room for the separators of 309 integer digits
     int length = 0;
-    if (r < 0) out[length++] = '-';
-    while (n > 0) out[length++] = digits[--n];
-    out[length] = '\0';
-    return length;
+    void push(char c) { cells[length++] = c; }
+};
+
+// Rounded to zero, a value shows no sign.
+bool all_zero(const char* text, int n) {
+    for (int i = 0; i < n; ++i)
+        if (text[i] != '0' && text[i] != '.') return false;
+    return true;
 }
 
-// Fixed-point text of value with `decimals` digits after the point, half away from zero.
-int fixed_text(double value, int decimals, char* out, std::size_t size) {
-    if (decimals == 0 && std::fabs(value) < 9007199254740992.0) return whole_text(value, out);
-    if (is_decimal_tie(value, decimals))
-        value = std::nextafter(value, std::copysign(std::numeric_limits<double>::infinity(), value));
-    int n = std::snprintf(out, size, "%.*f", decimals, value);
-    // "-0.00" after rounding shows no sign.
-    if (n > 1 && out[0] == '-' && std::strspn(out + 1, "0.") == static_cast<std::size_t>(n - 1)) {
-        std::memmove(out, out + 1, static_cast<std::size_t>(n));
-        --n;
+// [-]digits[.decimals], optionally with "," every three integer digits.
+void fixed_text(double value, int decimals, bool grouped, Text& text) {
+    char digits[fixed_text_bytes];
+    const int n = fixed_digits(std::fabs(value), decimals, digits);
+    text.length = 0;
+    if (std::signbit(value) && !all_zero(digits, n)) text.push('-');
+    if (!grouped) {
+        // Short texts (every fast-path one) as one fixed-size copy.
+        if (n <= 32) std::memcpy(text.cells + text.length, digits, 32);
+        else std::memcpy(text.cells + text.length, digits, static_cast<std::size_t>(n));
+        text.length += n;
+        return;
     }
+    int integer_digits = 0;
+    while (integer_digits < n && digits[integer_digits] != '.') ++integer_digits;
+    // The first group holds what is left over from threes; a separator before every later one.
+    int next_group = integer_digits % 3 == 0 ? 3 : integer_digits % 3;
+    for (int i = 0; i < n; ++i) {
+        if (i == next_group && i < integer_digits) {
+            text.push(',');
+            next_group += 3;
+        }
+        text.push(digits[i]);
+    }
+}
+
+int integer_digits_of(const Text& text) {
+    int n = 0;
+    for (int i = 0; i < text.length && text.cells[i] != '.'; ++i)
+        if (text.cells[i] >= '0' && text.cells[i] <= '9') ++n;
     return n;
+}
+
+// "E+05", "E-123": sign and at least two digits.
+int exponent_length(int exponent) { return std::abs(exponent) >= 100 ? 5 : 4; }
+
+void push_exponent(Text& text, int exponent) {
+    text.push('E');
+    text.push(exponent < 0 ? '-' : '+');
+    const int a = std::abs(exponent);
+    if (a >= 100) text.push(static_cast<char>('0' + a / 100));
+    text.push(static_cast<char>('0' + a / 10 % 10));
+    text.push(static_cast<char>('0' + a % 10));
+}
+
+// [-]d[.ddd]E±xx of an exact decimal x (count > 0) rounded to at most `fraction` + 1
+// significant digits, fewer when the width asks; trailing zeros of the mantissa are kept unless
+// `trim`. Returns the fraction digits kept, or -1 when even "dE±xx" does not fit `width`.
+int exponential_text(bool negative, const ExactDecimal& x, int fraction, bool trim, int width, Text& text) {
+    const int sign = negative ? 1 : 0;
+    fraction = std::min(fraction, width - sign - 2 - exponent_length(x.point - 1));
+    for (;; --fraction) {
+        fraction = std::max(fraction, 0);
+        ExactDecimal r;
+        r.count = std::min(x.count, fraction + 2);
+        r.point = x.point;
+        std::copy_n(x.digits, r.count, r.digits);
+        round_digits(r, fraction + 1);
+        const int exponent = r.point - 1;
+        const int shown = trim ? std::min(fraction, r.count - 1) : fraction;
+        const int length = sign + 1 + (shown > 0 ? shown + 1 : 0) + exponent_length(exponent);
+        if (length > width) {
+            if (fraction == 0) return -1;
+            continue;
+        }
+        text.length = 0;
+        if (negative) text.push('-');
+        text.push(r.digits[0]);
+        if (shown > 0) text.push('.');
+        for (int i = 1; i <= shown; ++i) text.push(i < r.count ? r.digits[i] : '0');
+        push_exponent(text, exponent);
+        return fraction;
+    }
+}
+
+// Fixed point at `decimals`, fewer decimals when too wide, "E" notation when the integer digits
+// alone do not fit.
+status fixed_or_exponential(double value, int width, int decimals, bool grouped, Text& text) {
+    fixed_text(value, decimals, grouped, text);
+    if (text.length <= width) return st::ok;
+    if (grouped) {
+        // Fewer decimals with separators, then the separators left out at the full decimals.
+        for (int d = decimals - 1; d >= 0; --d) {
+            fixed_text(value, d, true, text);
+            if (text.length <= width) return st::number_shortened;
+        }
+        const status plain = fixed_or_exponential(value, width, decimals, false, text);
+        return plain == st::ok ? grouping_dropped : plain;
+    }
+    const int sign = std::signbit(value) ? 1 : 0;
+    if (integer_digits_of(text) + sign <= width) {
+        // The width keeps the integer part: drop decimals (the point goes with the last one).
+        const int d = std::max(0, width - sign - integer_digits_of(text) - 1);
+        fixed_text(value, std::min(d, decimals - 1), false, text);
+        if (text.length > width) fixed_text(value, std::max(0, d - 1), false, text);
+        if (text.length <= width) return st::number_shortened;
+    }
+    ExactDecimal x;
+    exact_decimal(std::fabs(value), x);
+    if (exponential_text(value < 0, x, width, false, width, text) < 0) text.length = width + 1;
+    return st::number_shortened;
+}
+
+// Best fit: fixed point with as many significant digits as the width allows (at most
+// best_fit_digits beyond the integer part), trailing zeros dropped; "E" notation when the
+// integer digits do not fit, or when a small value would show fewer significant digits in
+// fixed point than in "E" notation.
+status best_fit(double value, int width, Text& text) {
+    text.length = 0;
+    if (value == 0) {
+        text.push('0');
+        return st::ok;
+    }
+    const bool negative = value < 0;
+    const int cells = width - (negative ? 1 : 0);
+    if (cells < 1) {
+        text.length = width + 1;
+        return st::number_shortened;
+    }
+    ExactDecimal x;
+    exact_decimal(std::fabs(value), x);
+    if (x.point <= cells) {
+        const int integer_cells = std::max(x.point, 1);
+        const int room = cells - integer_cells - 1;
+        const int cap = x.point > 0 ? std::max(best_fit_digits - x.point, 0) : best_fit_digits - x.point;
+        const int decimals = std::max(0, std::min(room, cap));
+        // Significant digits fixed point shows of a value below 1, against "E" notation.
+        const int fixed_shows = decimals + x.point;
+        const int exponent_shows = cells - 1 - exponent_length(x.point - 1);
+        const bool exact = x.count - x.point <= decimals;
+        if (x.point > 0 || exact || fixed_shows >= std::min({exponent_shows, x.count, best_fit_digits})) {
+            ExactDecimal r = x;
+            round_digits(r, x.point + decimals);
+            if (r.count > 0 && r.point <= cells) {
+                if (negative) text.push('-');
+                if (r.point <= 0) text.push('0');
+                for (int i = 0; i < r.point; ++i) text.push(i < r.count ? r.digits[i] : '0');
+                if (r.count > r.point) {
+                    text.push('.');
+                    for (int i = std::min(r.point, 0); i < 0; ++i) text.push('0');
+                    for (int i = std::max(r.point, 0); i < r.count; ++i) text.push(r.digits[i]);
+                }
+                return st::ok;
+            }
+        }
+    }
+    const int fraction = std::min(cells - 2 - exponent_length(x.point - 1), best_fit_digits - 1);
+    if (exponential_text(negative, x, fraction, true, width, text) < 0) text.length = width + 1;
+    return st::ok;
 }
 
 }  // namespace
 
-extern "C" vxlocfmt::status format_number(void*, double value, std::int32_t width, std::int32_t decimals,
-                                          std::uint32_t mode, vxlocfmt::wchar* out, std::int32_t capacity,
-                                          std::int32_t* length) {
+extern "C" status format_number(void*, double value, std::int32_t width, std::int32_t decimals, std::uint32_t mode,
+                                wchar* out, std::int32_t capacity, std::int32_t* length) {
     if (length) *length = 0;
-    if (mode != mode_fixed) return vxlocfmt::st::not_implemented;
-    if (!out || width <= 0) return vxlocfmt::st::number_shortened;
+    const bool grouped = (mode & mode_grouping_bit) != 0;
+    const std::uint32_t style = mode & ~mode_grouping_bit;
+    if (style != mode_fixed && style != mode_best_fit && style != mode_exponential) return no_room;
+    if (!out || width <= 0 || capacity <= 0) return no_room;
     const std::int32_t cells = std::min(width, capacity);
-    if (cells <= 0) return vxlocfmt::st::number_shortened;
-    if (!std::isfinite(value)) {
-        for (std::int32_t i = 0; i < cells; ++i) out[i] = U'*';
+    auto stars = [&] {
+        std::fill_n(out, cells, U'*');
         if (length) *length = cells;
-        return vxlocfmt::st::number_shortened;
-    }
-    char text[text_bytes];
-    int d = std::clamp(decimals, 0, max_decimals);
-    int n = fixed_text(value, d, text, sizeof text);
-    vxlocfmt::status result = 0;
-    // Too long: fewer decimals first, then stars.
-    while (n > width && d > 0) {
-        n = fixed_text(value, --d, text, sizeof text);
-        result = vxlocfmt::st::number_shortened;
-    }
-    if (n > width) {
-        for (std::int32_t i = 0; i < cells; ++i) out[i] = U'*';
+        return st::number_shortened;
+    };
+    if (std::isnan(value)) {
+        // A missing value: its character in the last cell.
+        std::fill_n(out, cells, U' ');
+        if (width <= capacity)
+            out[width - 1] = vxlocfmt::calendar::missing_characters[static_cast<std::size_t>(
+                vxlocfmt::calendar::missing_code(value))];
         if (length) *length = cells;
-        return vxlocfmt::st::number_shortened;
+        return st::ok;
     }
-    const std::int32_t pad = width - n;
-    for (std::int32_t i = 0; i < cells; ++i) out[i] = i < pad ? U' ' : static_cast<vxlocfmt::wchar>(text[i - pad]);
+    if (!std::isfinite(value)) return stars();
+    // Past 340 decimals every double is exact; more would only append zeros that cannot fit.
+    const int d = std::clamp(decimals, 0, std::min(max_fixed_decimals, width));
+    Text text;
+    status result = st::ok;
+    if (style == mode_best_fit) {
+        result = best_fit(value, width, text);
+    } else if (style == mode_exponential) {
+        ExactDecimal x;
+        if (value == 0) {
+            x.count = 1, x.digits[0] = '0', x.point = 1;
+        } else {
+            exact_decimal(std::fabs(value), x);
+        }
+        const int kept = exponential_text(value < 0, x, d, false, width, text);
+        if (kept < 0) text.length = width + 1;
+        else if (kept < d) result = st::number_shortened;
+    } else {
+        result = fixed_or_exponential(value, width, d, grouped, text);
+    }
+    if (text.length > width) return stars();
+    const std::int32_t pad = width - text.length;
+    std::fill_n(out, std::min(pad, cells), U' ');
+    for (std::int32_t i = pad; i < cells; ++i) out[i] = static_cast<wchar>(text.cells[i - pad]);
     if (length) *length = cells;
     return result;
 }
 
-extern "C" vxlocfmt::status text_to_integer(void*, const vxlocfmt::wchar* text, std::int32_t length,
-                                            std::int64_t* value) {
+extern "C" status text_to_integer(void*, const wchar* text, std::int32_t length, std::int64_t* value) {
     if (!text || length <= 0 || length > 18) return 1;
     std::int64_t result = 0;
     for (std::int32_t i = 0; i < length; ++i) {

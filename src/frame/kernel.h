@@ -53,6 +53,7 @@ inline constexpr std::size_t handle_word_nls = 27;         // national-language 
 inline constexpr std::size_t handle_clock = 33;            // thirty-fourth slot
 inline constexpr std::size_t handle_word_default_journal = 35;
 inline constexpr std::size_t handle_word_zone = 36;        // time-zone object, or null
+inline constexpr std::size_t handle_word_number_format = 37;  // global number-format object, or null
 inline constexpr std::size_t handle_word_conversion = 185;
 inline constexpr std::size_t handle_capture = 229;
 inline constexpr std::size_t handle_format_buff = 230;

@@ -43,6 +43,22 @@ TEST(Cli, ListsTheRegistry) {
     EXPECT_NE(locales.out.find("\nde_DE\n"), std::string::npos);
 }
 
+// Every classic routine listed resolves and runs; a few numeric texts as users see them.
+TEST(Cli, ListsAndRunsTheClassicFormats) {
+    const CliRun list = run("list classic");
+    ASSERT_EQ(list.status, 0);
+    EXPECT_EQ(list.out.substr(0, 25), "TIME\tformat\tvxfmtzfmtime\n");
+    for (std::size_t start = 0, end; (end = list.out.find('\n', start)) != std::string::npos; start = end + 1) {
+        const std::string line = list.out.substr(start, end - start);
+        const std::string name = line.substr(0, line.find('\t'));
+        if (line.find("\tformat\t") == std::string::npos) continue;
+        EXPECT_EQ(run("format " + name + " 0.5").status, 0) << line;
+    }
+    EXPECT_EQ(run("format COMMA12.2 1234.5").out, "    1,234.50\n");
+    EXPECT_EQ(run("format DOLLAR10.2 1234.5").out, " $1,234.50\n");
+    EXPECT_EQ(run("format PERCENT8. -0.25").out, "(   25%)\n");
+}
+
 TEST(Cli, UsageErrorsNameTheArgumentAndExitTwo) {
     const struct {
         const char* arguments;

@@ -1,0 +1,190 @@
+#include "decimal_digits.h"
+
+#include <bit>
+#include <charconv>
+#include <cmath>
+#include <cstring>
+
+namespace vxhost {
+namespace {
+
+using u128 = unsigned __int128;
+
+constexpr std::uint64_t powers_of_ten[20] = {1ull,
+                                             10ull,
+                                             100ull,
+                                             1000ull,
+                                             10000ull,
+                                             100000ull,
+                                             1000000ull,
+                                             10000000ull,
+                                             100000000ull,
+                                             1000000000ull,
+                                             10000000000ull,
+                                             100000000000ull,
+                                             1000000000000ull,
+                                             10000000000000ull,
+                                             100000000000000ull,
+                                             1000000000000000ull,
+                                             10000000000000000ull,
+                                             100000000000000000ull,
+                                             1000000000000000000ull,
+                                             10000000000000000000ull};
+
+constexpr char digit_pairs[201] =
+    "00010203040506070809101112131415161718192021222324252627282930313233343536373839"
+    "40414243444546474849505152535455565758596061626364656667686970717273747576777879"
+    "8081828384858687888990919293949596979899";
+
+// Writes q with at least `decimals` + 1 digits and a point before the last `decimals`: two
+// digits per division, then the integer digits, the point and the decimals as two fixed-size
+// copies (a q of 20 digits at most: `out` must have 24 bytes of slack past the text).
+int write_scaled(std::uint64_t q, int decimals, char* out) {
+    char digits[48];
+    char* const end = digits + 24;  // the digits end here; the copies below may read 24 past p
+    char* p = end;
+    // Eight digits at a time in 32-bit arithmetic: the divisions of the low block do not wait
+    // for the high one.
+    while (q >= 100000000) {
+        const std::uint64_t high = q / 100000000;
+        auto low = static_cast<std::uint32_t>(q - high * 100000000);
+        for (int k = 0; k < 4; ++k) {
+            p -= 2;
+            std::memcpy(p, digit_pairs + 2 * (low % 100), 2);
+            low /= 100;
+        }
+        q = high;
+    }
+    auto rest = static_cast<std::uint32_t>(q);
+    while (rest >= 100) {
+        p -= 2;
+        std::memcpy(p, digit_pairs + 2 * (rest % 100), 2);
+        rest /= 100;
+    }
+    if (rest >= 10) {
+        p -= 2;
+        std::memcpy(p, digit_pairs + 2 * rest, 2);
+    } else {
+        *--p = static_cast<char>('0' + rest);
+    }
+    while (end - p < decimals + 1) *--p = '0';
+    const auto n = static_cast<int>(end - p);
+    const int integer = n - decimals;
+    std::memcpy(out, p, 24);
+    if (decimals == 0) return n;
+    out[integer] = '.';
+    std::memcpy(out + integer + 1, p + integer, 24);
+    return n + 1;
+}
+
+// The binary value m x 2^e with m odd (a > 0).
+struct Binary {
+    std::uint64_t m;
+    int e;
+};
+Binary binary_of(double a) {
+    const auto bits = std::bit_cast<std::uint64_t>(a);
+    const auto biased = static_cast<int>((bits >> 52) & 0x7FF);
+    std::uint64_t m = bits & ((1ull << 52) - 1);
+    int e = biased == 0 ? -1074 : biased - 1075;
+    if (biased != 0) m |= 1ull << 52;
+    const int zeros = std::countr_zero(m);
+    return {m >> zeros, e + zeros};
+}
+
+// a = m x 2^e exactly: q = round(a x 10^d) half away from zero, when it fits 64 bits.
+bool scaled_fast(Binary b, int decimals, std::uint64_t& q) {
+    if (decimals > 19) return false;
+    if (b.e >= 0) {
+        if (b.e > 63 - static_cast<int>(std::bit_width(b.m))) return false;
+        const u128 v = static_cast<u128>(b.m << b.e) * powers_of_ten[decimals];
+        if (v >> 64) return false;
+        q = static_cast<std::uint64_t>(v);
+        return true;
+    }
+    const int s = -b.e;
+    if (s > 120) return false;
+    const u128 scaled = static_cast<u128>(b.m) * powers_of_ten[decimals];  // below 2^117
+    const u128 whole = scaled >> s;
+    if (whole >> 64) return false;
+    const u128 rest = scaled - (whole << s);
+    q = static_cast<std::uint64_t>(whole) + (rest >= (static_cast<u128>(1) << (s - 1)) ? 1 : 0);
+    return q != 0 || whole == 0;  // a carry out of 2^64 - 1 would wrap
+}
+
+}  // namespace
+
+void exact_decimal(double a, ExactDecimal& out) {
+    const Binary b = binary_of(a);
+    char text[exact_text_bytes + 16];
+    const int decimals = b.e < 0 ? -b.e : 0;
+    const auto result = std::to_chars(text, text + sizeof text, a, std::chars_format::fixed, decimals);
+    const char* p = text;
+    const char* end = result.ptr;
+    int point = 0;
+    bool before_point = true;
+    bool leading = true;
+    out.count = 0;
+    for (; p != end; ++p) {
+        if (*p == '.') {
+            before_point = false;
+            continue;
+        }
+        if (leading && *p == '0') {
+            if (!before_point) --point;
+            continue;
+        }
+        leading = false;
+        if (before_point) ++point;
+        out.digits[out.count++] = *p;
+    }
+    while (out.count > 0 && out.digits[out.count - 1] == '0') --out.count;
+    out.point = point;
+}
+
+void round_digits(ExactDecimal& x, int keep) {
+    if (keep >= x.count) return;
+    if (keep < 0) {
+        x.count = 0;
+        return;
+    }
+    const bool up = x.digits[keep] >= '5';
+    x.count = keep;
+    if (up) {
+        int i = keep - 1;
+        while (i >= 0 && x.digits[i] == '9') --i;
+        if (i < 0) {
+            x.digits[0] = '1';
+            x.count = 1;
+            ++x.point;
+            return;
+        }
+        ++x.digits[i];
+        x.count = i + 1;
+    }
+    while (x.count > 0 && x.digits[x.count - 1] == '0') --x.count;
+}
+
+int fixed_digits(double a, int decimals, char* out) {
+    static_assert(fixed_text_bytes >= 21 + 1 + 24);
+    if (a == 0) return write_scaled(0, decimals, out);
+    std::uint64_t q;
+    if (scaled_fast(binary_of(a), decimals, q)) return write_scaled(q, decimals, out);
+    ExactDecimal x;
+    exact_decimal(a, x);
+    round_digits(x, x.point + decimals);
+    int length = 0;
+    // Integer part: digits before the point, zeros past the significant ones, or "0".
+    if (x.count == 0 || x.point <= 0) out[length++] = '0';
+    for (int i = 0; i < x.point && x.count > 0; ++i) out[length++] = i < x.count ? x.digits[i] : '0';
+    if (decimals > 0) {
+        out[length++] = '.';
+        for (int k = 0; k < decimals; ++k) {
+            const int i = x.point + k;  // index of the digit k places after the point
+            out[length++] = x.count > 0 && i >= 0 && i < x.count ? x.digits[i] : '0';
+        }
+    }
+    return length;
+}
+
+}  // namespace vxhost
