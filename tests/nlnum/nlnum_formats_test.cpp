@@ -156,10 +156,14 @@ TEST(NlnumFormats, WidthSweep) {
                                 ASSERT_EQ(to_utf8(got), std::string(width, '*')) << where;
                                 continue;
                             }
-                            // A narrower text shows fewer decimals of the same value.
-                            const std::size_t dot = to_utf8(got).find(point == U'.' ? "." : ",");
-                            const std::size_t end = to_utf8(got).find_last_of("0123456789");
-                            const int kept = dot == std::string::npos ? 0 : static_cast<int>(end - dot);
+                            // A narrower text shows fewer decimals of the same value, or fewer
+                            // digits of it in "E" notation.
+                            const std::string text = to_utf8(got);
+                            const std::size_t e = text.find('E');
+                            const std::size_t dot = text.find(point == U'.' ? "." : ",");
+                            const std::size_t end = text.find_last_of("0123456789", e == std::string::npos ? e : e - 1);
+                            int kept = dot == std::string::npos || dot > end ? 0 : static_cast<int>(end - dot);
+                            if (e != std::string::npos) kept -= std::atoi(text.c_str() + e + 1);
                             const double scaled = f.percent && value != 0 ? value * 100 : value;
                             ASSERT_LE(std::fabs(back - scaled), 0.5 * std::pow(10.0, -kept) * (1 + 1e-12) + 1e-9)
                                 << where << ": " << to_utf8(got);

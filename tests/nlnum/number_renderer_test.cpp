@@ -56,7 +56,8 @@ TEST(NumberRenderer, RetryOrderAndPatterns) {
         {english(), 1234567.891, 11, 2, " 1234567.89"},   // grouping goes before any decimal
         {english(), 1234567.891, 9, 2, "1234567.9"},      // then a decimal
         {english(), 1234567.891, 7, 2, "1234568"},        // then all of them
-        {english(), 1234567.891, 6, 2, "******"},         // then nothing fits
+        {english(), 1234567.891, 6, 2, " 1E+06"},         // then the kernel's "E" notation
+        {english(), 1234567.891, 4, 2, "****"},           // then nothing fits
         {english(), -1234.5, 9, 2, "-1,234.50"},
         {english(), -1234.5, 8, 2, "-1234.50"},
         {german(), 1234.5, 9, 2, " 1.234,50"},
@@ -70,7 +71,7 @@ TEST(NumberRenderer, RetryOrderAndPatterns) {
         {parentheses(), -5, 8, 2, "  (5.00)"},
         {parentheses(), 0, 8, 2, "    0.00"},             // zero gets no blank, deliberately
         {parentheses(), 12345, 6, 0, "12345 "},
-        {parentheses(), 123456, 6, 0, "******"},          // the blank counts: 7 characters
+        {parentheses(), 123456, 6, 0, "1E+05 "},          // the blank counts: 7 characters
         {sign_after(), -5, 6, 0, "    5-"},
         {euro_before(), -1234.5, 14, 2, " -EUR 1,234.50"},
         {euro_before(), -1234.5, 12, 2, "-EUR 1234.50"},
