@@ -89,7 +89,6 @@ std::int32_t zkfnum(std::uint32_t supported, FmtCall& call, const NumberConventi
         call.produced = w;
         return zkfnum_done;
     };
-    field.fill(U' ');
     const bool bytes = call.byte_mode != 0;
     auto point_length = static_cast<std::int32_t>(cells_used(c.decimal_point));
     if (bytes) {
@@ -119,9 +118,9 @@ std::int32_t zkfnum(std::uint32_t supported, FmtCall& call, const NumberConventi
         if (n < 1) return fail();
         if (decimals > 0 && plain.starts_with(U"0.")) leading_zero = true;
 
-        if (n <= w && plain.find(U'*') == std::u32string_view::npos) {
+        if (n <= w) {
             const std::int32_t length = style_number(plain, decimals, value, point_length, c, state, styled);
-            if (length != style_too_long) {
+            if (length >= 0) {
                 m = length;
                 if (m <= w && bytes) m = converted_length(call, styled, static_cast<std::size_t>(length));
                 if (m < 0) return fail();  // the session encoding cannot hold the text
@@ -129,7 +128,9 @@ std::int32_t zkfnum(std::uint32_t supported, FmtCall& call, const NumberConventi
                     // Right-aligned by the text's size in the output encoding, so the byte wrapper's
                     // conversion fills the width exactly.
                     const std::int32_t pad = w - m;
+                    field.fill(0, pad, U' ');
                     field.write(pad, {styled, static_cast<std::size_t>(length)});
+                    field.fill(pad + length, w, U' ');  // byte mode: cells past the text
                     call.produced = bytes ? pad + length : w;
                     return zkfnum_done;
                 }

@@ -5,7 +5,8 @@
  * next (is grouping still wanted, did it happen) lives in `StyleState`.
  *
  *   StyleState state;  wchar out[styled_cells];
- *   std::int32_t m = style_number(U"-1234567.89", 2, -1234567.891, 1, conventions, state, out);  // "-1,234,567.89"
+ *   std::int32_t m = style_number(U"-1234567.89", 2, -1234567.891, 1, conventions, state, out);
+ *   // m == 13, out holds "-1,234,567.89"
  */
 #pragma once
 
@@ -20,13 +21,12 @@ namespace vxlocfmt::nlnum {
 
 // ---- Interface ----------------------------------------------------------------------------
 
-// Room for the rebuilt number; a longer one counts as too wide. The kernel's text is at most 32
-// characters, grouped at most 32 + 31 x 2 + 2 for the point: far below.
-inline constexpr std::size_t number_cells = 256;
-// Room for the patterned text: the number, a symbol of 50, a sign of 2, the pattern's 3 other
-// characters and the blank after a positive amount in a parenthesis locale.
-inline constexpr std::size_t styled_cells = number_cells + 64;
-static_assert(styled_cells >= number_cells + 50 + 2 + 3 + 1);
+// The longest plain text styled: the renderer's widest field. A longer one counts as too wide.
+inline constexpr std::size_t plain_cells_max = 32;
+// Room for the styled text: the number (every digit followed by a two-character separator, the
+// point of two), a symbol of 50, a sign of 2, the pattern's 3 other characters and the blank
+// after a positive amount in a parenthesis locale.
+inline constexpr std::size_t styled_cells = 3 * plain_cells_max + 2 + 50 + 2 + 3 + 1;
 
 struct StyleState {
     bool grouping_wanted = true;
@@ -34,11 +34,12 @@ struct StyleState {
     bool long_point_with_exponent = false;  // "E" notation with a two-character point
 };
 
-inline constexpr std::int32_t style_too_long = -1;
+inline constexpr std::int32_t style_too_long = -1;  // more than plain_cells_max characters
+inline constexpr std::int32_t style_starred = -2;   // the plain text holds a "*"
 
 // Writes the styled text of `plain` (the kernel's text, no blanks around it) into `out`
-// (styled_cells cells), leading and trailing blanks removed, and answers its length; or
-// style_too_long when the rebuilt number exceeds number_cells. `value` picks the pattern (below
+// (styled_cells cells), leading and trailing blanks removed, and answers its length; or one of
+// the two refusals above, with nothing written. `value` picks the pattern (below
 // zero: the n_ selectors and the negative sign; otherwise the p_ ones) and, strictly above zero
 // in a locale that shows negatives in parentheses, earns the trailing blank. `point_length` is
 // the decimal point's length in the output encoding.
