@@ -43,8 +43,10 @@ status format_money(FmtCall& call, const money_format& f) {
         // A locale without a currency: DOLLAR over the field as it stands (no blanking first).
         const status code = vxfmtzfmdollar(&call, nullptr);
         if (code != st::ok && code != st::number_shortened) star_fill(call);
+        call.produced = call.width;
     }
-    call.produced = call.width;
+    // The renderer's own produced length stands: in byte mode it counts only the cells whose
+    // conversion fills the width exactly.
     return st::ok;
 }
 

@@ -70,6 +70,13 @@ TEST(FixedCurrency, EdgeCases) {
         {"en_US", "ISO-8859-1", U"NLMNLILS", 14, 2, 12.5, "      ILS12.50"},
         {"en_US", "UTF-8", U"NLMNLRUR", 12, 2, 5, "     р.5.00"},
         {"en_US", "KOI8-R", U"NLMNLRUB", 12, 2, 5, "     руб5.00"},
+        // NLMNY and NLMNYI: the renderer's text, the ISO code for a symbol the encoding lacks,
+        // DOLLAR in a locale without a currency.
+        {"de_CH", "UTF-8", U"NLMNY", 16, 2, 1234.5, "  CHF 1’234.50"},
+        {"de_DE", "ISO-8859-1", U"NLMNY", 16, 2, 1234.5, "    1.234,50 EUR"},
+        {"de_DE", "", U"NLMNYI", 16, 2, -1234.5, "   -1.234,50 EUR"},
+        {"de", "", U"NLMNY", 16, 2, -1234567.5, "  $-1,234,567.50"},
+        {"en_US", "", U"NLMNY", 33, 2, 1, "********************************"},
     };
     for (const Case& c : cases) {
         World world;  // a fresh instance: the case's locale sets the conventions
