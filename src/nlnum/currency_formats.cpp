@@ -229,7 +229,12 @@ status render(FmtCall& call, const MonetaryRow& row, Instance& instance, Symbol 
             const std::int32_t bytes = digits.empty() ? -1 : session_bytes(call, text.view());
             compared = bytes < 0 ? w + 1 : bytes;
             if (compared <= w) {
-                field.write(w - length, text.view());
+                // Right-aligned by the text's size in session bytes, the produced length counting
+                // only the cells up to its end: the byte wrapper's one conversion then fills the
+                // width exactly.
+                const std::int32_t pad = w - compared;
+                field.write(pad, text.view());
+                call.produced = pad + length;
                 return st::ok;
             }
         }
