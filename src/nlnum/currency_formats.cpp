@@ -46,7 +46,7 @@ struct Text {
         std::size_t first = 0, last = length;
         while (first < last && cells[first] == U' ') ++first;
         while (last > first && cells[last - 1] == U' ') --last;
-        std::copy(cells + first, cells + last, cells);
+        if (first > 0) std::copy(cells + first, cells + last, cells);  // moves left: no overlap issue
         length = last - first;
     }
 };
