@@ -115,6 +115,12 @@ bool scaled_fast(Binary b, int decimals, std::uint64_t& q) {
 }  // namespace
 
 void exact_decimal(double a, ExactDecimal& out) {
+    if (a == 0) {
+        out.digits[0] = '0';
+        out.count = 1;
+        out.point = 1;
+        return;
+    }
     const Binary b = binary_of(a);
     char text[exact_text_bytes + 16];
     const int decimals = b.e < 0 ? -b.e : 0;

@@ -123,7 +123,7 @@ status fixed_or_exponential(double value, int width, int decimals, bool grouped,
         const status plain = fixed_or_exponential(value, width, decimals, false, text);
         return plain == st::ok ? grouping_dropped : plain;
     }
-    const int sign = std::signbit(value) ? 1 : 0;
+    const int sign = text.cells[0] == '-' ? 1 : 0;  // a value that rounds to zero has none
     if (integer_digits_of(text) + sign <= width) {
         // The width keeps the integer part: drop decimals (the point goes with the last one).
         const int d = std::max(0, width - sign - integer_digits_of(text) - 1);
@@ -218,11 +218,7 @@ extern "C" status format_number(void*, double value, std::int32_t width, std::in
         result = best_fit(value, width, text);
     } else if (style == mode_exponential) {
         ExactDecimal x;
-        if (value == 0) {
-            x.count = 1, x.digits[0] = '0', x.point = 1;
-        } else {
-            exact_decimal(std::fabs(value), x);
-        }
+        exact_decimal(std::fabs(value), x);
         const int kept = exponential_text(value < 0, x, d, false, width, text);
         if (kept < 0) text.length = width + 1;
         else if (kept < d) result = st::number_shortened;
