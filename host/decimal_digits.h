@@ -35,7 +35,6 @@ void round_digits(ExactDecimal& x, int keep);
 
 // Fixed-point text of |a| (finite) with `decimals` digits after the point (0 to
 // max_fixed_decimals; no point when 0), half away from zero. Returns the length; no sign.
-// `out` has fixed_text_bytes: bytes past the text may be overwritten.
 int fixed_digits(double a, int decimals, char* out);
 
 }  // namespace vxhost

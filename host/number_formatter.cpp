@@ -21,9 +21,16 @@ namespace st = vxlocfmt::st;
 constexpr int best_fit_digits = 15;
 
 // Text built left to right in a fixed buffer; never longer than fixed_text_bytes.
+// Text built left to right in a fixed buffer; never longer than fixed_text_bytes + 120. `cells`
+// starts one byte in when fixed_text left the sign's place unused.
 struct Text {
-    char cells[fixed_text_bytes + 120];  // room for the separators of 309 integer digits
+    char buffer[fixed_text_bytes + 121];  // room for a sign and the separators of 309 digits
+    char* cells = buffer;
     int length = 0;
+    void reset() {
+        cells = buffer;
+        length = 0;
+    }
     void push(char c) { cells[length++] = c; }
 };
 
@@ -36,17 +43,19 @@ bool all_zero(const char* text, int n) {
 
 // [-]digits[.decimals], optionally with "," every three integer digits.
 void fixed_text(double value, int decimals, bool grouped, Text& text) {
-    char digits[fixed_text_bytes];
-    const int n = fixed_digits(std::fabs(value), decimals, digits);
-    text.length = 0;
-    if (std::signbit(value) && !all_zero(digits, n)) text.push('-');
     if (!grouped) {
-        // Short texts (every fast-path one) as one fixed-size copy.
-        if (n <= 32) std::memcpy(text.cells + text.length, digits, 32);
-        else std::memcpy(text.cells + text.length, digits, static_cast<std::size_t>(n));
-        text.length += n;
+        // The digits go straight to their place after a cell kept for the sign.
+        const int n = fixed_digits(std::fabs(value), decimals, text.buffer + 1);
+        const bool sign = std::signbit(value) && !all_zero(text.buffer + 1, n);
+        text.buffer[0] = '-';
+        text.cells = sign ? text.buffer : text.buffer + 1;
+        text.length = n + (sign ? 1 : 0);
         return;
     }
+    char digits[fixed_text_bytes];
+    const int n = fixed_digits(std::fabs(value), decimals, digits);
+    text.reset();
+    if (std::signbit(value) && !all_zero(digits, n)) text.push('-');
     int integer_digits = 0;
     while (integer_digits < n && digits[integer_digits] != '.') ++integer_digits;
     // The first group holds what is left over from threes; a separator before every later one.
@@ -99,7 +108,7 @@ int exponential_text(bool negative, const ExactDecimal& x, int fraction, bool tr
             if (fraction == 0) return -1;
             continue;
         }
-        text.length = 0;
+        text.reset();
         if (negative) text.push('-');
         text.push(r.digits[0]);
         if (shown > 0) text.push('.');
@@ -142,7 +151,7 @@ status fixed_or_exponential(double value, int width, int decimals, bool grouped,
 // integer digits do not fit, or when a small value would show fewer significant digits in
 // fixed point than in "E" notation.
 status best_fit(double value, int width, Text& text) {
-    text.length = 0;
+    text.reset();
     if (value == 0) {
         text.push('0');
         return st::ok;
