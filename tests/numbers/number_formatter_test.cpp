@@ -137,6 +137,7 @@ TEST(NumberFormatter, Narrowing) {
         {1234567.891, 9, 2, vxhost::mode_fixed, "1234567.9", st::number_shortened},
         {1234567.891, 6, 2, vxhost::mode_fixed, "1E+06", st::number_shortened},
         {9.96, 3, 2, vxhost::mode_fixed, "10", st::number_shortened},
+        {-0.0001, 1, 2, vxhost::mode_fixed, "0", st::number_shortened},  // rounds to zero: no sign cell
         {-1e15, 12, 2, vxhost::mode_fixed, "-1.00000E+15", st::number_shortened},
         {1e300, 4, 0, vxhost::mode_fixed, "****", st::number_shortened},
         {0.1 + 0.2, 20, 0, vxhost::mode_best_fit, "0.3", 0},
