@@ -44,11 +44,9 @@ int count_digits(std::uint64_t q) {
 
 // Writes q with at least `decimals` + 1 digits and a point before the last `decimals`, right to
 // left straight into `out`, two digits per division. Straight in: a wide copy of bytes just
-// stored two at a time would wait on the stores.
-int write_scaled(std::uint64_t q, int decimals, char* out) {
-    const int digits = std::max(count_digits(q), decimals + 1);
-    const int total = digits + (decimals > 0 ? 1 : 0);
-    char* p = out + total;
+// stored two at a time would wait on the stores. 32-bit divisions when q allows.
+template <class Unsigned>
+void write_digits(Unsigned q, int decimals, char* out, char* p) {
     int fraction = decimals;
     for (; fraction >= 2; fraction -= 2) {
         p -= 2;
@@ -66,6 +64,13 @@ int write_scaled(std::uint64_t q, int decimals, char* out) {
         q /= 100;
     }
     if (p > out) *--p = static_cast<char>('0' + q);
+}
+
+int write_scaled(std::uint64_t q, int decimals, char* out) {
+    const int digits = std::max(count_digits(q), decimals + 1);
+    const int total = digits + (decimals > 0 ? 1 : 0);
+    if (q <= 0xFFFFFFFFu) write_digits(static_cast<std::uint32_t>(q), decimals, out, out + total);
+    else write_digits(q, decimals, out, out + total);
     return total;
 }
 

@@ -55,18 +55,21 @@ void fixed_text(double value, int decimals, bool grouped, Text& text) {
     char digits[fixed_text_bytes];
     const int n = fixed_digits(std::fabs(value), decimals, digits);
     text.reset();
-    if (std::signbit(value) && !all_zero(digits, n)) text.push('-');
-    int integer_digits = 0;
-    while (integer_digits < n && digits[integer_digits] != '.') ++integer_digits;
+    // Local cursor: stores through a char pointer would make the compiler reload text's fields.
+    char* to = text.cells;
+    if (std::signbit(value) && !all_zero(digits, n)) *to++ = '-';
+    const int integer_digits = decimals > 0 ? n - decimals - 1 : n;
     // The first group holds what is left over from threes; a separator before every later one.
-    int next_group = integer_digits % 3 == 0 ? 3 : integer_digits % 3;
-    for (int i = 0; i < n; ++i) {
-        if (i == next_group && i < integer_digits) {
-            text.push(',');
-            next_group += 3;
-        }
-        text.push(digits[i]);
+    int i = integer_digits % 3 == 0 ? 3 : integer_digits % 3;
+    for (int k = 0; k < i && k < integer_digits; ++k) *to++ = digits[k];
+    for (; i < integer_digits; i += 3) {
+        *to++ = ',';
+        *to++ = digits[i];
+        *to++ = digits[i + 1];
+        *to++ = digits[i + 2];
     }
+    for (int k = integer_digits; k < n; ++k) *to++ = digits[k];
+    text.length = static_cast<int>(to - text.cells);
 }
 
 int integer_digits_of(const Text& text) {

@@ -42,6 +42,19 @@ std::size_t sweep_count(std::size_t fallback) {
     return env ? std::strtoull(env, nullptr, 10) : fallback / share;
 }
 
+// "," every three integer digits of a plain fixed-point text.
+std::string grouped(const std::string& text) {
+    const std::size_t sign = text[0] == '-' ? 1 : 0;
+    std::size_t point = text.find('.');
+    if (point == std::string::npos) point = text.size();
+    std::string out = text.substr(0, sign);
+    for (std::size_t i = sign; i < text.size(); ++i) {
+        if (i > sign && i < point && (point - i) % 3 == 0) out += ',';
+        out += text[i];
+    }
+    return out;
+}
+
 // Mostly everyday magnitudes, some of any bit pattern.
 double random_value(std::mt19937_64& rng) {
     const std::uint64_t bits = rng();
@@ -58,8 +71,12 @@ TEST(NumberFormatter, FixedPointMatchesExactExpansion) {
         if (!std::isfinite(value)) continue;
         const int decimals = i % 64 == 0 ? static_cast<int>(rng() % 60) : static_cast<int>(rng() % 12);
         const Rendered got = render(value, 800, decimals, vxhost::mode_fixed);
-        ASSERT_EQ(got.text, reference::fixed(value, decimals)) << std::hexfloat << value << " at " << decimals;
+        const std::string expected = reference::fixed(value, decimals);
+        ASSERT_EQ(got.text, expected) << std::hexfloat << value << " at " << decimals;
         ASSERT_EQ(got.code, 0u);
+        if (i % 8 == 0) {
+            ASSERT_EQ(render(value, 1000, decimals, vxhost::mode_grouped).text, grouped(expected)) << value;
+        }
     }
 }
 
