@@ -1,5 +1,6 @@
 #include "decimal_digits.h"
 
+#include <algorithm>
 #include <bit>
 #include <charconv>
 #include <cmath>
@@ -36,45 +37,41 @@ constexpr char digit_pairs[201] =
     "40414243444546474849505152535455565758596061626364656667686970717273747576777879"
     "8081828384858687888990919293949596979899";
 
-// Writes q with at least `decimals` + 1 digits and a point before the last `decimals`: two
-// digits per division, then the integer digits, the point and the decimals as two fixed-size
-// copies (a q of 20 digits at most: `out` must have 24 bytes of slack past the text).
+int count_digits(std::uint64_t q) {
+    const int guess = (static_cast<int>(std::bit_width(q | 1)) * 1233) >> 12;  // log10 from log2
+    return guess + (q >= powers_of_ten[guess] ? 1 : 0);
+}
+
+// Writes q with at least `decimals` + 1 digits and a point before the last `decimals`, right to
+// left straight into `out`, two digits per division. Straight in: a wide copy of bytes just
+// stored two at a time would wait on the stores. 32-bit divisions when q allows.
+template <class Unsigned>
+void write_digits(Unsigned q, int decimals, char* out, char* p) {
+    int fraction = decimals;
+    for (; fraction >= 2; fraction -= 2) {
+        p -= 2;
+        std::memcpy(p, digit_pairs + 2 * (q % 100), 2);
+        q /= 100;
+    }
+    if (fraction == 1) {
+        *--p = static_cast<char>('0' + q % 10);
+        q /= 10;
+    }
+    if (decimals > 0) *--p = '.';
+    while (p - out >= 2) {
+        p -= 2;
+        std::memcpy(p, digit_pairs + 2 * (q % 100), 2);
+        q /= 100;
+    }
+    if (p > out) *--p = static_cast<char>('0' + q);
+}
+
 int write_scaled(std::uint64_t q, int decimals, char* out) {
-    char digits[48];
-    char* const end = digits + 24;  // the digits end here; the copies below may read 24 past p
-    char* p = end;
-    // Eight digits at a time in 32-bit arithmetic: the divisions of the low block do not wait
-    // for the high one.
-    while (q >= 100000000) {
-        const std::uint64_t high = q / 100000000;
-        auto low = static_cast<std::uint32_t>(q - high * 100000000);
-        for (int k = 0; k < 4; ++k) {
-            p -= 2;
-            std::memcpy(p, digit_pairs + 2 * (low % 100), 2);
-            low /= 100;
-        }
-        q = high;
-    }
-    auto rest = static_cast<std::uint32_t>(q);
-    while (rest >= 100) {
-        p -= 2;
-        std::memcpy(p, digit_pairs + 2 * (rest % 100), 2);
-        rest /= 100;
-    }
-    if (rest >= 10) {
-        p -= 2;
-        std::memcpy(p, digit_pairs + 2 * rest, 2);
-    } else {
-        *--p = static_cast<char>('0' + rest);
-    }
-    while (end - p < decimals + 1) *--p = '0';
-    const auto n = static_cast<int>(end - p);
-    const int integer = n - decimals;
-    std::memcpy(out, p, 24);
-    if (decimals == 0) return n;
-    out[integer] = '.';
-    std::memcpy(out + integer + 1, p + integer, 24);
-    return n + 1;
+    const int digits = std::max(count_digits(q), decimals + 1);
+    const int total = digits + (decimals > 0 ? 1 : 0);
+    if (q <= 0xFFFFFFFFu) write_digits(static_cast<std::uint32_t>(q), decimals, out, out + total);
+    else write_digits(q, decimals, out, out + total);
+    return total;
 }
 
 // The binary value m x 2^e with m odd (a > 0).
@@ -115,6 +112,12 @@ bool scaled_fast(Binary b, int decimals, std::uint64_t& q) {
 }  // namespace
 
 void exact_decimal(double a, ExactDecimal& out) {
+    if (a == 0) {
+        out.digits[0] = '0';
+        out.count = 1;
+        out.point = 1;
+        return;
+    }
     const Binary b = binary_of(a);
     char text[exact_text_bytes + 16];
     const int decimals = b.e < 0 ? -b.e : 0;
@@ -166,7 +169,6 @@ void round_digits(ExactDecimal& x, int keep) {
 }
 
 int fixed_digits(double a, int decimals, char* out) {
-    static_assert(fixed_text_bytes >= 21 + 1 + 24);
     if (a == 0) return write_scaled(0, decimals, out);
     std::uint64_t q;
     if (scaled_fast(binary_of(a), decimals, q)) return write_scaled(q, decimals, out);

@@ -19,7 +19,8 @@ inline constexpr int exact_text_bytes = 1100;
 inline constexpr int max_fixed_decimals = 340;
 inline constexpr int fixed_text_bytes = 309 + 1 + max_fixed_decimals + 2;
 
-// The significant digits of a finite a > 0 and its decimal point: a = 0.digits x 10^point.
+// The significant digits of a finite a >= 0 and its decimal point: a = 0.digits x 10^point
+// (zero is the one digit "0" with point 1).
 struct ExactDecimal {
     char digits[exact_text_bytes];
     int count;  // significant digits, no leading or trailing zeros
@@ -34,7 +35,6 @@ void round_digits(ExactDecimal& x, int keep);
 
 // Fixed-point text of |a| (finite) with `decimals` digits after the point (0 to
 // max_fixed_decimals; no point when 0), half away from zero. Returns the length; no sign.
-// `out` has fixed_text_bytes: bytes past the text may be overwritten.
 int fixed_digits(double a, int decimals, char* out);
 
 }  // namespace vxhost

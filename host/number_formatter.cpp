@@ -21,9 +21,16 @@ namespace st = vxlocfmt::st;
 constexpr int best_fit_digits = 15;
 
 // Text built left to right in a fixed buffer; never longer than fixed_text_bytes.
+// Text built left to right in a fixed buffer; never longer than fixed_text_bytes + 120. `cells`
+// starts one byte in when fixed_text left the sign's place unused.
 struct Text {
-    char cells[fixed_text_bytes + 120];  // room for the separators of 309 integer digits
+    char buffer[fixed_text_bytes + 121];  // room for a sign and the separators of 309 digits
+    char* cells = buffer;
     int length = 0;
+    void reset() {
+        cells = buffer;
+        length = 0;
+    }
     void push(char c) { cells[length++] = c; }
 };
 
@@ -36,28 +43,33 @@ bool all_zero(const char* text, int n) {
 
 // [-]digits[.decimals], optionally with "," every three integer digits.
 void fixed_text(double value, int decimals, bool grouped, Text& text) {
-    char digits[fixed_text_bytes];
-    const int n = fixed_digits(std::fabs(value), decimals, digits);
-    text.length = 0;
-    if (std::signbit(value) && !all_zero(digits, n)) text.push('-');
     if (!grouped) {
-        // Short texts (every fast-path one) as one fixed-size copy.
-        if (n <= 32) std::memcpy(text.cells + text.length, digits, 32);
-        else std::memcpy(text.cells + text.length, digits, static_cast<std::size_t>(n));
-        text.length += n;
+        // The digits go straight to their place after a cell kept for the sign.
+        const int n = fixed_digits(std::fabs(value), decimals, text.buffer + 1);
+        const bool sign = std::signbit(value) && !all_zero(text.buffer + 1, n);
+        text.buffer[0] = '-';
+        text.cells = sign ? text.buffer : text.buffer + 1;
+        text.length = n + (sign ? 1 : 0);
         return;
     }
-    int integer_digits = 0;
-    while (integer_digits < n && digits[integer_digits] != '.') ++integer_digits;
+    char digits[fixed_text_bytes];
+    const int n = fixed_digits(std::fabs(value), decimals, digits);
+    text.reset();
+    // Local cursor: stores through a char pointer would make the compiler reload text's fields.
+    char* to = text.cells;
+    if (std::signbit(value) && !all_zero(digits, n)) *to++ = '-';
+    const int integer_digits = decimals > 0 ? n - decimals - 1 : n;
     // The first group holds what is left over from threes; a separator before every later one.
-    int next_group = integer_digits % 3 == 0 ? 3 : integer_digits % 3;
-    for (int i = 0; i < n; ++i) {
-        if (i == next_group && i < integer_digits) {
-            text.push(',');
-            next_group += 3;
-        }
-        text.push(digits[i]);
+    int i = integer_digits % 3 == 0 ? 3 : integer_digits % 3;
+    for (int k = 0; k < i && k < integer_digits; ++k) *to++ = digits[k];
+    for (; i < integer_digits; i += 3) {
+        *to++ = ',';
+        *to++ = digits[i];
+        *to++ = digits[i + 1];
+        *to++ = digits[i + 2];
     }
+    for (int k = integer_digits; k < n; ++k) *to++ = digits[k];
+    text.length = static_cast<int>(to - text.cells);
 }
 
 int integer_digits_of(const Text& text) {
@@ -99,7 +111,7 @@ int exponential_text(bool negative, const ExactDecimal& x, int fraction, bool tr
             if (fraction == 0) return -1;
             continue;
         }
-        text.length = 0;
+        text.reset();
         if (negative) text.push('-');
         text.push(r.digits[0]);
         if (shown > 0) text.push('.');
@@ -123,7 +135,7 @@ status fixed_or_exponential(double value, int width, int decimals, bool grouped,
         const status plain = fixed_or_exponential(value, width, decimals, false, text);
         return plain == st::ok ? grouping_dropped : plain;
     }
-    const int sign = std::signbit(value) ? 1 : 0;
+    const int sign = text.cells[0] == '-' ? 1 : 0;  // a value that rounds to zero has none
     if (integer_digits_of(text) + sign <= width) {
         // The width keeps the integer part: drop decimals (the point goes with the last one).
         const int d = std::max(0, width - sign - integer_digits_of(text) - 1);
@@ -142,7 +154,7 @@ status fixed_or_exponential(double value, int width, int decimals, bool grouped,
 // integer digits do not fit, or when a small value would show fewer significant digits in
 // fixed point than in "E" notation.
 status best_fit(double value, int width, Text& text) {
-    text.length = 0;
+    text.reset();
     if (value == 0) {
         text.push('0');
         return st::ok;
@@ -218,11 +230,7 @@ extern "C" status format_number(void*, double value, std::int32_t width, std::in
         result = best_fit(value, width, text);
     } else if (style == mode_exponential) {
         ExactDecimal x;
-        if (value == 0) {
-            x.count = 1, x.digits[0] = '0', x.point = 1;
-        } else {
-            exact_decimal(std::fabs(value), x);
-        }
+        exact_decimal(std::fabs(value), x);
         const int kept = exponential_text(value < 0, x, d, false, width, text);
         if (kept < 0) text.length = width + 1;
         else if (kept < d) result = st::number_shortened;
