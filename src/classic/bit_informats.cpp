@@ -2,6 +2,7 @@
 // pattern, hexadecimal and binary digits to bytes, Base64 to bytes, a UUID to 16 bytes. They
 // build their results themselves; nothing here goes through the kernel's reader.
 #include <algorithm>
+#include <array>
 #include <bit>
 #include <cstring>
 
@@ -28,13 +29,19 @@ constexpr std::size_t uuid_dashes[] = {8, 13, 18, 23};
 // output capacity is written without a buffer the size of the text.
 constexpr std::size_t base64_slice = 256;
 
+// Hexadecimal digit values of ASCII, -1 for the rest. A table, not comparisons: random digits
+// would send the branches of a digit-or-letter test the wrong way half the time.
+constexpr auto hex_table = [] {
+    std::array<std::int8_t, 128> t{};
+    t.fill(-1);
+    for (int c = '0'; c <= '9'; ++c) t[static_cast<std::size_t>(c)] = static_cast<std::int8_t>(c - '0');
+    for (int c = 'A'; c <= 'F'; ++c) t[static_cast<std::size_t>(c)] = static_cast<std::int8_t>(c - 'A' + 10);
+    for (int c = 'a'; c <= 'f'; ++c) t[static_cast<std::size_t>(c)] = static_cast<std::int8_t>(c - 'a' + 10);
+    return t;
+}();
+
 // 0 to 15, or -1. Lower case counts as upper.
-constexpr int hex_value(wchar c) {
-    if (c >= U'0' && c <= U'9') return static_cast<int>(c - U'0');
-    if (c >= U'A' && c <= U'F') return static_cast<int>(c - U'A') + 10;
-    if (c >= U'a' && c <= U'f') return static_cast<int>(c - U'a') + 10;
-    return -1;
-}
+constexpr int hex_value(wchar c) { return c < hex_table.size() ? hex_table[c] : -1; }
 
 // The 8 bytes of a pattern, most significant first, turned into the double they spell.
 double from_pattern_bytes(std::uint64_t bits) {
@@ -83,16 +90,19 @@ VX_EXPORT status vxfmtzifmhex(FmtCall* call, void*) {
     if (!call || !call->output) return hex_invalid;
     detail::preset_missing(*call);
     if (status s = detail::check_limits(*call, hex_limits)) return s;
-    const Digits d = non_blank(detail::field_text(*call), hex_digits);
-    // An empty field is a missing value; more than 16 digits cannot be a pattern.
-    if (d.count == 0 || d.overflow) return hex_invalid;
     std::uint64_t bits = 0;
-    for (int i = 0; i < d.count; ++i) {
-        const int v = hex_value(d.cells[i]);
-        if (v < 0) return hex_invalid;
-        bits = bits << 4 | static_cast<std::uint64_t>(v);
+    int count = 0;
+    int invalid = 0;  // any digit's -1, or'ed in: one test at the end
+    for (wchar c : detail::field_text(*call)) {
+        if (c == U' ') continue;
+        const int v = hex_value(c);
+        invalid |= v;
+        bits = bits << 4 | static_cast<std::uint64_t>(v & 15);
+        ++count;
     }
-    *static_cast<double*>(call->output) = d.count == hex_digits ? from_pattern_bytes(bits) : static_cast<double>(bits);
+    // An empty field is a missing value; more than 16 digits cannot be a pattern.
+    if (invalid < 0 || count == 0 || count > hex_digits) return hex_invalid;
+    *static_cast<double*>(call->output) = count == hex_digits ? from_pattern_bytes(bits) : static_cast<double>(bits);
     return 0;
 }
 

@@ -40,6 +40,14 @@ inline constexpr std::size_t normal_form_capacity = kept_digits + 1 + 1 + 1 + 12
 
 constexpr bool is_digit(wchar c) { return c >= U'0' && c <= U'9'; }
 
+// The fast path (Clinger's): up to 15 significant digits are an integer below 2^53, and 10^0 to
+// 10^22 are exact doubles, so one multiplication or division rounds once, correctly.
+inline constexpr int fast_digits = 15;
+inline constexpr long fast_exponent = 22;
+inline constexpr double exact_powers[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                          1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
+                                          1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+
 }  // namespace detail
 
 // Reads `length` characters of `text`: blanks, an optional sign ("+" or "-") and blanks, digits
@@ -68,6 +76,7 @@ inline status read_decimal(const wchar* text, std::int32_t length, double* out) 
     long exponent = 0;    // value = digits x 10^exponent
     bool sticky = false;  // a non-zero digit was dropped
     bool any_digit = false;
+    std::uint64_t mantissa = 0;  // the first fast_digits significant digits as an integer
     const auto take = [&](wchar c, bool fraction) {
         any_digit = true;
         if (count == 0 && c == U'0') {
@@ -75,6 +84,7 @@ inline status read_decimal(const wchar* text, std::int32_t length, double* out) 
             return;
         }
         if (count < kept_digits) {
+            if (count < fast_digits) mantissa = mantissa * 10 + static_cast<std::uint64_t>(c - U'0');
             digits[count++] = static_cast<char>(c);
             if (fraction) --exponent;
         } else {
@@ -113,7 +123,10 @@ inline status read_decimal(const wchar* text, std::int32_t length, double* out) 
     if (p != end) return reader_refused;
 
     double value = 0;
-    if (count > 0) {
+    if (count > 0 && count <= fast_digits && exponent >= -fast_exponent && exponent <= fast_exponent) {
+        const double m = static_cast<double>(mantissa);
+        value = exponent < 0 ? m / exact_powers[-exponent] : m * exact_powers[exponent];
+    } else if (count > 0) {
         const long magnitude = count + exponent;  // the value lies below 10^magnitude
         if (magnitude > overflow_magnitude) return reader_refused;
         if (magnitude >= underflow_magnitude) {

@@ -35,6 +35,9 @@ status begin_number(FmtCall* call, detail::Limits limits) {
 // Reads the prepared text times 10^scale, implied decimals included: with decimals d > 0 and
 // no "." the number is read as if its point stood d digits from the right.
 status read_scaled(WorkText& text, const FmtCall& call, void* extra, long scale) {
+    if (scale == 0 && call.decimals <= 0)  // nothing to scale: the reader skips the blanks itself
+        return kernel_read_number(text.begin(), static_cast<std::int32_t>(text.size()),
+                                  static_cast<double*>(call.output), extra);
     std::size_t size = text.size();
     while (size > 0 && is_reader_blank(text.begin()[size - 1])) --size;
     text.assign(text.view().substr(0, size));
@@ -62,11 +65,15 @@ void negate_read(FmtCall* call, status s) {
 
 // One informat of the replacement family: the rewrite, then the reader.
 template <class Rewrite>
-status replace_and_read(FmtCall* call, void* extra, Rewrite rewrite) {
-    if (status s = begin_number(call, number_limits)) return s;
+status rewrite_and_read(FmtCall* call, void* extra, Rewrite rewrite) {
     WorkText text(detail::field_text(*call));
     rewrite(text);
     return read_scaled(text, *call, extra, 0);
+}
+template <class Rewrite>
+status replace_and_read(FmtCall* call, void* extra, Rewrite rewrite) {
+    if (status s = begin_number(call, number_limits)) return s;
+    return rewrite_and_read(call, extra, rewrite);
 }
 
 }  // namespace
@@ -76,7 +83,13 @@ using namespace vxlocfmt;
 using namespace vxlocfmt::classic;
 
 VX_EXPORT status vxfmtzifmn(FmtCall* call, void* extra) {
-    return replace_and_read(call, extra, [](WorkText&) {});
+    if (status s = begin_number(call, number_limits)) return s;
+    if (call->decimals <= 0) {  // the text as it stands: no copy
+        const std::u32string_view text = detail::field_text(*call);
+        return kernel_read_number(text.data(), static_cast<std::int32_t>(text.size()),
+                                  static_cast<double*>(call->output), extra);
+    }
+    return rewrite_and_read(call, extra, [](WorkText&) {});
 }
 
 VX_EXPORT status vxfmtzifmcmx(FmtCall* call, void* extra) {
