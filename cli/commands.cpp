@@ -8,6 +8,7 @@
 #include <stdexcept>
 #include <string>
 
+#include "classic_informats.h"
 #include "classic_routines.h"
 #include "library.h"
 #include "locale_command.h"
@@ -159,7 +160,35 @@ int format_command(const Arguments& args) {
     return report_journals(*call.library, call.any_failed ? 1 : 0);
 }
 
+// A classic informat (no registry row): without a width, each text is read at its own length.
+int read_classic_command(const Arguments& args, const Spec& spec, const ClassicInformat& informat) {
+    auto library = load(args);
+    const auto function = reinterpret_cast<vxlocfmt::format_fn>(library->symbol(informat.symbol));
+    if (!function) throw UsageError("unknown informat '" + args.operands[0] + "'");
+    auto session = open_session(*library, args);
+    Output out;
+    bool any_failed = false;
+    for_each_input(args, [&](std::string_view text, std::size_t) {
+        if (!text.empty() && text.back() == '\r') text.remove_suffix(1);
+        const std::u32string wide = vxhost::from_utf8(text);
+        const int width = spec.width.value_or(static_cast<int>(wide.size()));
+        const vxlocfmt::status code =
+            read_classic(informat, function, session->call(), width, spec.decimals.value_or(0), wide, out.raw());
+        append_status(out, args, code);
+        out.newline();
+        any_failed |= code != 0;
+    });
+    out.flush();
+    return report_journals(*library, any_failed ? 1 : 0);
+}
+
 int read_command(const Arguments& args) {
+    if (!args.operands.empty()) {
+        const Spec spec = parse_spec(args.operands[0]);
+        // No classic name is also a registry informat's.
+        const std::string name = spec.name.front() == '@' ? spec.name.substr(1) : spec.name;
+        if (const ClassicInformat* classic = find_classic_informat(name)) return read_classic_command(args, spec, *classic);
+    }
     Call call = prepare(args, vxlocfmt::row_kind_informat);
     Output out;
     for_each_input(args, [&](std::string_view text, std::size_t) {
@@ -174,7 +203,7 @@ int read_command(const Arguments& args) {
 }
 
 int list_command(const Arguments& args) {
-    if (args.operands.size() != 1) throw UsageError("list takes one of: formats, informats, locales, classic");
+    if (args.operands.size() != 1) throw UsageError("list takes one of: formats, informats, classic, locales");
     const std::string& what = args.operands[0];
     Output out;
     if (what == "locales") {
@@ -191,6 +220,10 @@ int list_command(const Arguments& args) {
                            (routine.kind == vxlocfmt::row_kind_format ? "format" : "informat") + "\t" + routine.symbol);
                 out.newline();
             }
+        for (const ClassicInformat& c : classic_informats()) {
+            out.append(std::string(c.name) + "\tinformat\t" + c.symbol);
+            out.newline();
+        }
         return 0;
     }
     if (what != "formats" && what != "informats") throw UsageError("cannot list '" + what + "'");

@@ -5,7 +5,9 @@
 #include <atomic>
 #include <string_view>
 
+#include "classic/kernel_reader.h"
 #include "kernel_object.h"
+#include "numeric_reader.h"
 #include "text/kernel_nls.h"
 #include "text/unicode_tables.h"
 
@@ -18,6 +20,7 @@ using vxlocfmt::wchar;
 
 constexpr std::size_t service_table_words = 192;
 static_assert(service_table_words >= nls::service_words);
+static_assert(service_table_words > vxlocfmt::classic::nls_word_numeric_reader);
 constexpr std::size_t opener_table_words = 16;
 
 // What the opener hands out for "vxnlsudb": the classifier below needs it to answer.
@@ -87,6 +90,7 @@ struct NlsService : KernelObject<service_table_words> {
         words[nls::classify_slot] = fn_word(&nls_classify);
         words[nls::to_upper_slot] = fn_word(&nls_to_upper);
         words[nls::to_lower_slot] = fn_word(&nls_to_lower);
+        words[vxlocfmt::classic::nls_word_numeric_reader] = numeric_reader();
         // words[nls::word_database] stays null until the library opens the database.
     }
 };
