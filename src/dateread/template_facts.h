@@ -1,0 +1,133 @@
+/*
+ * What each template row's pattern implies, computed once at compile time from
+ * `vxfmt_templates`: the kind as an enum, the name's length, whether the pattern reads seconds
+ * (room for a fraction) or a two-digit year (the driver's four-digit retry), and what the text
+ * must hold for the row to have any chance (the index's rules).
+ *
+ *   constexpr const row_facts& f = template_facts[65];   // f.has_seconds, f.first == digit
+ */
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string_view>
+
+#include "dateread/template_table.h"
+
+namespace vxlocfmt::dateread {
+
+// ---- Interface ----------------------------------------------------------------------------
+
+enum class value_kind : std::uint8_t { date, time, datetime };
+
+// What the first field after the leading blanks needs of the text's first non-blank character.
+enum class first_need : std::uint8_t { anything, digit, letter };
+
+struct row_facts {
+    value_kind kind;
+    std::uint8_t name_length;
+    bool has_seconds;       // "%S": max lengths are raised by 10
+    bool has_two_digit_year;  // "%y": the driver retries it as "%Y"
+    bool has_separator;     // "%c" (the 8-digit skip of the six-letter names looks for it)
+    bool needs_letter;      // a word field that takes letters only (months, weekdays, ...)
+    bool needs_mark;        // a word field that takes non-letters only ("%c", "%C", "%G")
+    bool local_zone;        // B8601LZ, E8601LZ: the value is brought to local time
+    first_need first;
+};
+
+inline constexpr std::size_t max_name_length = 16;
+
+constexpr std::size_t text_length(const wchar* s);
+constexpr bool same_name(const wchar* a, std::u32string_view b);
+// The %-letter after the modifiers "0", "1", "x", "u", "." at pattern[i] (just after the "%"),
+// and the index past it; 0 when the pattern ends first.
+constexpr wchar directive_at(std::u32string_view pattern, std::size_t& i);
+
+constexpr bool is_letter_word_directive(wchar d);  // b B a A r p z
+constexpr bool is_mark_word_directive(wchar d);    // c C G
+constexpr bool is_numeric_directive(wchar d);      // m d y Y j q w H M S i I
+
+// Bounds of a row's text length, by name and as an ANYDATE row, the "%S" allowance included.
+constexpr std::int64_t named_max(std::size_t row);
+constexpr std::int64_t any_max(std::size_t row);
+
+// ---- Implementation -----------------------------------------------------------------------
+
+constexpr std::size_t text_length(const wchar* s) {
+    std::size_t n = 0;
+    while (s && s[n]) ++n;
+    return n;
+}
+
+constexpr bool same_name(const wchar* a, std::u32string_view b) {
+    return std::u32string_view(a, text_length(a)) == b;
+}
+
+constexpr wchar directive_at(std::u32string_view pattern, std::size_t& i) {
+    while (i < pattern.size() && std::u32string_view(U"01xu.").find(pattern[i]) != std::u32string_view::npos) ++i;
+    return i < pattern.size() ? pattern[i++] : 0;
+}
+
+constexpr bool is_letter_word_directive(wchar d) { return std::u32string_view(U"bBaArpz").find(d) != std::u32string_view::npos; }
+constexpr bool is_mark_word_directive(wchar d) { return d == U'c' || d == U'C' || d == U'G'; }
+constexpr bool is_numeric_directive(wchar d) { return std::u32string_view(U"mdyYjqwHMSiI").find(d) != std::u32string_view::npos; }
+
+namespace detail {
+
+constexpr row_facts facts_of(const template_row& row) {
+    row_facts f{};
+    const std::u32string_view kind(row.kind, text_length(row.kind));
+    f.kind = kind == U"TME" ? value_kind::time : kind == U"DTM" ? value_kind::datetime : value_kind::date;
+    f.name_length = static_cast<std::uint8_t>(text_length(row.name));
+    f.local_zone = same_name(row.name, U"B8601LZ") || same_name(row.name, U"E8601LZ");
+    const std::u32string_view pattern(row.pattern, text_length(row.pattern));
+    bool first_seen = false;
+    for (std::size_t i = 0; i < pattern.size();) {
+        if (pattern[i] != U'%') {
+            ++i;
+            if (!first_seen) { first_seen = true; f.first = first_need::anything; }
+            continue;
+        }
+        ++i;
+        const wchar d = directive_at(pattern, i);
+        if (d == U'P') continue;
+        f.has_seconds |= d == U'S';
+        f.has_two_digit_year |= d == U'y';
+        f.has_separator |= d == U'c';
+        f.needs_letter |= is_letter_word_directive(d);
+        f.needs_mark |= is_mark_word_directive(d);
+        if (!first_seen) {
+            first_seen = true;
+            f.first = is_numeric_directive(d) ? first_need::digit
+                      : is_letter_word_directive(d) ? first_need::letter
+                                                     : first_need::anything;
+        }
+    }
+    return f;
+}
+
+constexpr std::array<row_facts, template_count> all_facts() {
+    std::array<row_facts, template_count> facts{};
+    for (std::size_t r = 0; r < template_count; ++r) facts[r] = facts_of(vxfmt_templates[r]);
+    return facts;
+}
+
+}  // namespace detail
+
+inline constexpr std::array<row_facts, template_count> template_facts = detail::all_facts();
+
+constexpr std::int64_t named_max(std::size_t row) {
+    return vxfmt_templates[row].max_length + (template_facts[row].has_seconds ? 10 : 0);
+}
+constexpr std::int64_t any_max(std::size_t row) {
+    return vxfmt_templates[row].any_max + (template_facts[row].has_seconds ? 10 : 0);
+}
+
+static_assert(template_facts[0].first == first_need::digit && template_facts[34].first == first_need::letter);
+static_assert(template_facts[65].has_seconds && template_facts[65].has_two_digit_year);
+static_assert(template_facts[85].local_zone && !template_facts[93].local_zone);
+static_assert(same_name(vxfmt_templates[anydate_row_count - 1].name, U"ANYDATE") &&
+              !same_name(vxfmt_templates[anydate_row_count].name, U"ANYDATE"));
+static_assert(same_name(vxfmt_templates[dummy_row].name, U"DUMMY"));
+
+}  // namespace vxlocfmt::dateread
