@@ -13,6 +13,7 @@
 #include "locale_data.h"
 #include "output.h"
 #include "session.h"
+#include "template_command.h"
 #include "text_convert.h"
 #include "transcoder.h"
 #include "values.h"
@@ -183,6 +184,7 @@ int format_command(const Arguments& args) {
 }
 
 int read_command(const Arguments& args) {
+    if (const auto code = template_read_command(args)) return *code;
     Call call = prepare(args, vxlocfmt::row_kind_informat);
     Output out;
     for_each_input(args, [&](std::string_view text, std::size_t) {
@@ -197,8 +199,9 @@ int read_command(const Arguments& args) {
 }
 
 int list_command(const Arguments& args) {
-    if (args.operands.size() != 1) throw UsageError("list takes one of: formats, informats, locales");
+    if (args.operands.size() != 1) throw UsageError("list takes one of: formats, informats, locales, templates");
     const std::string& what = args.operands[0];
+    if (what == "templates") return list_templates(args);
     Output out;
     if (what == "locales") {
         for (const auto& name : vxhost::locale_names()) {
