@@ -15,9 +15,8 @@ namespace {
 
 // The row's value as a datetime, or missing; `four_digit_year` reads its "%y" as "%Y".
 double try_row(std::size_t r, std::u32string_view text, bool all_digit, bool four_digit_year) {
-    const std::u32string_view pattern(vxfmt_templates[r].pattern, text_length(vxfmt_templates[r].pattern));
     read_slots slots;
-    if (!read_pattern(pattern, text, all_digit, four_digit_year, slots)) return calendar::missing_value();
+    if (!read_pattern(pattern_view(r), text, all_digit, four_digit_year, slots)) return calendar::missing_value();
     std::int32_t status_word = 0;
     const double v = build_value(slots, template_facts[r].kind, template_facts[r].local_zone, status_word);
     return status_word == status_date ? v * 86400.0 : v;

@@ -18,8 +18,6 @@ bool admits_by_name(std::size_t r, std::size_t length) {
     return n >= vxfmt_templates[r].min_length && n <= named_max(r);
 }
 
-std::u32string_view pattern_of(const template_row& row) { return {row.pattern, text_length(row.pattern)}; }
-
 }  // namespace
 
 status read_named(std::u32string_view name, const template_row* given, std::u32string_view text, double* result,
@@ -38,7 +36,7 @@ status read_named(std::u32string_view name, const template_row* given, std::u32s
         all_digit = is_all_digit(text);  // the digit test fixes the field widths either way
     }
 
-    std::size_t r = 0;
+    std::size_t r = 0, end = 0;
     const bool in_table = given >= vxfmt_templates && given < vxfmt_templates + template_count;
     if (given) {
         if (!given->pattern) return row_without_pattern;
@@ -47,37 +45,35 @@ status read_named(std::u32string_view name, const template_row* given, std::u32s
             if (!result || !status_word) return no_template_fits;
             *result = calendar::missing_value();
             *status_word = 0;
-            const std::u32string_view kind(given->kind ? given->kind : U"DTE", text_length(given->kind ? given->kind : U"DTE"));
+            const wchar* kind_text = given->kind ? given->kind : U"DTE";
+            const std::u32string_view kind(kind_text, text_length(kind_text));
             const value_kind k = kind == U"TME" ? value_kind::time : kind == U"DTM" ? value_kind::datetime : value_kind::date;
-            if (!read_pattern(pattern_of(*given), t, all_digit, false, slots)) return no_template_fits;
+            if (!read_pattern({given->pattern, text_length(given->pattern)}, t, all_digit, false, slots))
+                return no_template_fits;
             *result = build_value(slots, k, false, *status_word);
             return st::ok;
         }
         r = static_cast<std::size_t>(given - vxfmt_templates);
+        end = find_name_group({given->name, template_facts[r].name_length})->end;
     } else {
-        while (r < template_count && !(same_name(vxfmt_templates[r].name, name) && admits_by_name(r, t.size()))) ++r;
-        if (r == template_count) return no_template_fits;
+        const name_group* group = find_name_group(name);
+        if (!group) return no_template_fits;
+        r = group->first;
+        end = group->end;
+        while (r < end && !admits_by_name(r, t.size())) ++r;
+        if (r == end) return no_template_fits;
         // An all-digit text of 8 under a six-letter name goes to the four-digit-year row.
-        if (t.size() == 8 && all_digit && takes_odd_zero(name) && !template_facts[r].has_separator &&
-            r + 1 < template_count && same_name(vxfmt_templates[r + 1].name, name))
-            ++r;
+        if (t.size() == 8 && all_digit && takes_odd_zero(name) && !template_facts[r].has_separator && r + 1 < end) ++r;
     }
     if (!result || !status_word) return no_template_fits;
 
-    const std::size_t first = r;
-    for (; r < template_count; ++r) {
-        if (r != first) {
-            if (!same_name(vxfmt_templates[r].name, {vxfmt_templates[first].name, template_facts[first].name_length}))
-                return no_template_fits;
-            // By name, each row keeps its own bounds; a given row's caller chose the walk.
-            if (!given && !admits_by_name(r, t.size())) continue;
-        }
-        const template_row& row = vxfmt_templates[r];
-        if (!row.pattern) return row_without_pattern;
+    for (const std::size_t first = r; r < end; ++r) {
+        // By name, each row keeps its own bounds; a given row's caller chose the walk.
+        if (r != first && !given && !admits_by_name(r, t.size())) continue;
         *result = calendar::missing_value();
         *status_word = 0;
         read_slots slots;
-        if (!read_pattern(pattern_of(row), t, all_digit, false, slots)) continue;
+        if (!read_pattern(pattern_view(r), t, all_digit, false, slots)) continue;
         *result = build_value(slots, template_facts[r].kind, template_facts[r].local_zone, *status_word);
         if (row_read) *row_read = static_cast<std::int32_t>(r);
         return st::ok;

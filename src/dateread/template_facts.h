@@ -26,6 +26,7 @@ enum class first_need : std::uint8_t { anything, digit, letter };
 struct row_facts {
     value_kind kind;
     std::uint8_t name_length;
+    std::uint8_t pattern_length;
     bool has_seconds;       // "%S": max lengths are raised by 10
     bool has_two_digit_year;  // "%y": the driver retries it as "%Y"
     bool has_separator;     // "%c" (the 8-digit skip of the six-letter names looks for it)
@@ -36,6 +37,13 @@ struct row_facts {
 };
 
 inline constexpr std::size_t max_name_length = 16;
+
+// The consecutive rows of one name: [first, end).
+struct name_group {
+    std::u32string_view name;
+    std::uint16_t first, end;
+};
+inline constexpr std::size_t name_group_count = 36;
 
 constexpr std::size_t text_length(const wchar* s);
 constexpr bool same_name(const wchar* a, std::u32string_view b);
@@ -63,8 +71,10 @@ constexpr bool same_name(const wchar* a, std::u32string_view b) {
     return std::u32string_view(a, text_length(a)) == b;
 }
 
+constexpr bool is_modifier(wchar c) { return c == U'0' || c == U'1' || c == U'x' || c == U'u' || c == U'.'; }
+
 constexpr wchar directive_at(std::u32string_view pattern, std::size_t& i) {
-    while (i < pattern.size() && std::u32string_view(U"01xu.").find(pattern[i]) != std::u32string_view::npos) ++i;
+    while (i < pattern.size() && is_modifier(pattern[i])) ++i;
     return i < pattern.size() ? pattern[i++] : 0;
 }
 
@@ -79,6 +89,7 @@ constexpr row_facts facts_of(const template_row& row) {
     const std::u32string_view kind(row.kind, text_length(row.kind));
     f.kind = kind == U"TME" ? value_kind::time : kind == U"DTM" ? value_kind::datetime : value_kind::date;
     f.name_length = static_cast<std::uint8_t>(text_length(row.name));
+    f.pattern_length = static_cast<std::uint8_t>(text_length(row.pattern));
     f.local_zone = same_name(row.name, U"B8601LZ") || same_name(row.name, U"E8601LZ");
     const std::u32string_view pattern(row.pattern, text_length(row.pattern));
     bool first_seen = false;
@@ -112,9 +123,36 @@ constexpr std::array<row_facts, template_count> all_facts() {
     return facts;
 }
 
+constexpr std::array<name_group, name_group_count> all_groups() {
+    std::array<name_group, name_group_count> groups{};
+    std::size_t g = 0;
+    for (std::size_t r = 0; r < template_count; ++r) {
+        const std::u32string_view name(vxfmt_templates[r].name, text_length(vxfmt_templates[r].name));
+        if (r > 0 && groups[g - 1].name == name) {
+            groups[g - 1].end = static_cast<std::uint16_t>(r + 1);
+            continue;
+        }
+        if (g == name_group_count) throw "more names than name_group_count";  // not a constant expression
+        groups[g++] = {name, static_cast<std::uint16_t>(r), static_cast<std::uint16_t>(r + 1)};
+    }
+    if (g != name_group_count) throw "fewer names than name_group_count";
+    return groups;
+}
+
 }  // namespace detail
 
 inline constexpr std::array<row_facts, template_count> template_facts = detail::all_facts();
+// Every name once, with its rows; DUMMY last.
+inline constexpr std::array<name_group, name_group_count> name_groups = detail::all_groups();
+
+constexpr const name_group* find_name_group(std::u32string_view name) {
+    for (const name_group& g : name_groups)
+        if (g.name == name) return &g;
+    return nullptr;
+}
+constexpr std::u32string_view pattern_view(std::size_t row) {
+    return {vxfmt_templates[row].pattern, template_facts[row].pattern_length};
+}
 
 constexpr std::int64_t named_max(std::size_t row) {
     return vxfmt_templates[row].max_length + (template_facts[row].has_seconds ? 10 : 0);
@@ -123,6 +161,7 @@ constexpr std::int64_t any_max(std::size_t row) {
     return vxfmt_templates[row].any_max + (template_facts[row].has_seconds ? 10 : 0);
 }
 
+static_assert(find_name_group(U"YYMMDD")->first == 139 && find_name_group(U"YYMMDD")->end == 144);
 static_assert(template_facts[0].first == first_need::digit && template_facts[34].first == first_need::letter);
 static_assert(template_facts[65].has_seconds && template_facts[65].has_two_digit_year);
 static_assert(template_facts[85].local_zone && !template_facts[93].local_zone);
