@@ -4,6 +4,8 @@
 #include <cmath>
 
 #include "calendar/date_conversions.h"
+#include "calendar/day_number.h"
+#include "calendar/year_cutoff.h"
 #include "calendar/missing_value.h"
 #include "frame/reporting.h"
 
@@ -13,6 +15,13 @@ namespace {
 constexpr bool has(std::int64_t v) { return v != absent; }
 constexpr double as_double(std::int64_t v) { return static_cast<double>(v); }
 
+// The year the calendar means: 0 to 99 through the cut-off, 1582 to 20000 as they stand, others
+// refused (-1): the refusals of the Julian conversions, in integers.
+std::int64_t calendar_year(std::int64_t y) {
+    if (y >= 0 && y <= 99) return calendar::place_two_digit_year(y);
+    return y >= calendar::first_year && y <= calendar::last_year ? y : -1;
+}
+
 }  // namespace
 
 double date_of(const read_slots& s) {
@@ -21,14 +30,20 @@ double date_of(const read_slots& s) {
     if (has(s.field[day_of_year])) {
         const std::int64_t j = s.field[day_of_year];
         // A day of year of 0 or past the year's end is refused, as the Julian conversion does.
-        if (j < 1 || j > 366 || y > calendar::last_year) return calendar::missing_value();
-        return calendar::day_from_julian(as_double(y * 1000 + j));
+        const std::int64_t cy = calendar_year(y);
+        if (cy < 0 || j < 1 || j > 365 + (calendar::is_leap_year(cy) ? 1 : 0)) return calendar::missing_value();
+        return as_double(calendar::day_from_ordinal(cy, j));
     }
     std::int64_t m = s.field[month];
     if (has(s.field[quarter])) m = 3 * s.field[quarter] - 2;
     if (!has(m)) return calendar::missing_value();
     const std::int64_t d = has(s.field[day]) ? s.field[day] : 1;
-    return calendar::zmdy(as_double(m), as_double(d), as_double(y));
+    // zmdy's answer without its round trip through a Julian date.
+    if (m < 1 || m > 12 || d < 1 || d > 31) return calendar::missing_value();
+    const std::int64_t cy = calendar_year(y);
+    const auto month_number = static_cast<std::int32_t>(m);
+    if (cy < 0 || d > calendar::month_length(cy, month_number)) return calendar::missing_value();
+    return as_double(calendar::day_from_ordinal(cy, calendar::days_before_month(cy, month_number) + d));
 }
 
 double time_of(const read_slots& s, bool local_zone) {

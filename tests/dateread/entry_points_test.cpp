@@ -95,3 +95,33 @@ TEST(EntryPoints, LocalZoneNames) {
 }
 
 }  // namespace
+
+namespace {
+
+// The reader's own date arithmetic gives zmdy's answer on every year class, month and day,
+// valid or not, under two cut-offs.
+TEST(EntryPoints, DatesAgreeWithTheCalendar) {
+    for (const std::int64_t cutoff : {1950, 1920}) {
+        vxhost::set_year_cutoff(cutoff);
+        void* saved = Exported_VXHandle;
+        Exported_VXHandle = vxhost::kernel_handle();
+        for (const int y : {0, 19, 49, 50, 99, 100, 1581, 1582, 1900, 2000, 2023, 2024, 4000, 9999}) {
+            for (int m = 0; m <= 13; ++m)
+                for (const int d : {0, 1, 28, 29, 30, 31, 32}) {
+                    const std::string s = std::to_string(y) + "/" + std::to_string(m) + "/" + std::to_string(d);
+                    const std::u32string wide(s.begin(), s.end());
+                    double v = 0;
+                    std::int32_t status_word = 0;
+                    dtm_informat(U"YYMMDD", 6, &vxfmt_templates[143], wide.data(), static_cast<std::int32_t>(wide.size()),
+                                 &v, &status_word, 1);
+                    const double want = vxlocfmt::calendar::zmdy(m, d, y);
+                    if (is_nan(want)) EXPECT_TRUE(is_nan(v)) << s;
+                    else EXPECT_EQ(v, want) << s;
+                }
+        }
+        Exported_VXHandle = saved;
+    }
+    vxhost::set_year_cutoff(std::nullopt);
+}
+
+}  // namespace
