@@ -29,10 +29,10 @@ bool admitted(std::size_t r, std::size_t length, bool colon) {
     return colon || template_facts[r].kind != value_kind::time;
 }
 
-// Tries row r, then its "%y" as "%Y"; a non-missing value wins.
-bool try_with_retry(std::size_t r, const prepared_text& t, anydate_answer& answer) {
+// Tries row r, then (when `retry` allows) its "%y" as "%Y"; a non-missing value wins.
+bool try_with_retry(std::size_t r, const prepared_text& t, bool retry, anydate_answer& answer) {
     for (const bool four : {false, true}) {
-        if (four && !template_facts[r].has_two_digit_year) break;
+        if (four && !(retry && template_facts[r].has_two_digit_year)) break;
         const double v = try_row(r, t.view(), t.all_digit, four);
         if (!calendar::is_nan(v)) {
             answer = {v, static_cast<std::int32_t>(r), four};
@@ -49,14 +49,16 @@ anydate_answer read_anydate(std::u32string_view text, bool use_index) {
     prepare_text(text, anydate_text_limit, false, t);
     anydate_answer answer{calendar::missing_value(), -1, false};
     if (use_index) {
-        const row_set rows = candidate_rows(t.view());
+        const text_traits traits = traits_of(t.view());
+        const row_set rows = candidate_rows(t.view(), traits);
+        const bool retry = retry_may_read(traits);
         for (std::size_t r = rows.first(); r < anydate_row_count; r = rows.next(r))
-            if (try_with_retry(r, t, answer)) return answer;
+            if (try_with_retry(r, t, retry, answer)) return answer;
         return answer;
     }
     const bool colon = t.view().find(U':') != std::u32string_view::npos;
     for (std::size_t r = 0; r < anydate_row_count; ++r)
-        if (admitted(r, t.length, colon) && try_with_retry(r, t, answer)) return answer;
+        if (admitted(r, t.length, colon) && try_with_retry(r, t, true, answer)) return answer;
     return answer;
 }
 

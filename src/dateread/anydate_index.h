@@ -1,10 +1,12 @@
 /*
  * The ANYDATE rows a text can possibly be read by, as a set of row numbers in table order. The
  * rules only rule out rows that would fail anyway (length bounds, the colon rule for time rows,
- * the class of the first character, word fields that need letters or marks the text lacks), so
+ * the class of the first character, word fields that need letters or marks the text lacks, month
+ * and weekday names without a run of three letters; the four-digit-year retry without a run of
+ * four digits), so
  * walking the set in order gives the same first match as walking every row.
  *
- *   row_set rows = candidate_rows(text);
+ *   row_set rows = candidate_rows(text, traits_of(text));
  *   for (std::size_t r = rows.first(); r < anydate_row_count; r = rows.next(r)) ...
  */
 #pragma once
@@ -38,8 +40,19 @@ struct row_set {
 // Longest text any ANYDATE row admits: row 53's 42 plus the seconds allowance.
 inline constexpr std::size_t longest_anydate_text = 52;
 
+// What the index looks at in a text, from one pass over it.
+struct text_traits {
+    bool colon = false, letter = false, mark = false;
+    std::size_t longest_letter_run = 0;  // is_letter characters in a row
+    std::size_t longest_digit_run = 0;
+};
+text_traits traits_of(std::u32string_view text);
+
 // The rows that may read `text` (prepared: no leading or trailing blanks).
-row_set candidate_rows(std::u32string_view text);
+row_set candidate_rows(std::u32string_view text, const text_traits& traits);
+
+// Whether the driver's four-digit retry of a row can read anything: "%Y" takes four digits.
+constexpr bool retry_may_read(const text_traits& traits) { return traits.longest_digit_run >= 4; }
 
 // ---- Implementation -----------------------------------------------------------------------
 
@@ -80,24 +93,36 @@ inline constexpr row_set letter_rows = rows_where([](std::size_t r) { return tem
 inline constexpr row_set mark_rows = rows_where([](std::size_t r) { return template_facts[r].needs_mark; });
 inline constexpr row_set digit_first_rows = rows_where([](std::size_t r) { return template_facts[r].first == first_need::digit; });
 inline constexpr row_set letter_first_rows = rows_where([](std::size_t r) { return template_facts[r].first == first_need::letter; });
+inline constexpr row_set name_rows = rows_where([](std::size_t r) { return template_facts[r].needs_name; });
 
 static_assert(by_length[longest_anydate_text].has(53) && by_length[longest_anydate_text + 1].first() == anydate_row_count);
 
 }  // namespace detail
 
-inline row_set candidate_rows(std::u32string_view text) {
+inline text_traits traits_of(std::u32string_view text) {
+    text_traits t;
+    std::size_t letters = 0, digits = 0;
+    for (const wchar c : text) {
+        t.colon |= c == U':';
+        const bool l = is_letter(c), d = c >= U'0' && c <= U'9';
+        t.letter |= l;
+        t.mark |= is_mark(c);
+        letters = l ? letters + 1 : 0;
+        digits = d ? digits + 1 : 0;
+        t.longest_letter_run = letters > t.longest_letter_run ? letters : t.longest_letter_run;
+        t.longest_digit_run = digits > t.longest_digit_run ? digits : t.longest_digit_run;
+    }
+    return t;
+}
+
+inline row_set candidate_rows(std::u32string_view text, const text_traits& traits) {
     using namespace detail;
     row_set rows = by_length[text.size() < longest_anydate_text + 1 ? text.size() : longest_anydate_text + 1];
     if (text.empty()) return rows;
-    bool colon = false, letter = false, mark = false;
-    for (const wchar c : text) {
-        colon |= c == U':';
-        letter |= is_letter(c);
-        mark |= is_mark(c);
-    }
-    if (!colon) rows = rows & ~time_rows;
-    if (!letter) rows = rows & ~letter_rows;
-    if (!mark) rows = rows & ~mark_rows;
+    if (!traits.colon) rows = rows & ~time_rows;
+    if (!traits.letter) rows = rows & ~letter_rows;
+    if (!traits.mark) rows = rows & ~mark_rows;
+    if (traits.longest_letter_run < 3) rows = rows & ~name_rows;
     const wchar c0 = text[0];
     if (!(c0 >= U'0' && c0 <= U'9')) rows = rows & ~digit_first_rows;
     if (!is_letter(c0)) rows = rows & ~letter_first_rows;

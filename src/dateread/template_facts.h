@@ -32,6 +32,7 @@ struct row_facts {
     bool has_separator;     // "%c" (the 8-digit skip of the six-letter names looks for it)
     bool needs_letter;      // a word field that takes letters only (months, weekdays, ...)
     bool needs_mark;        // a word field that takes non-letters only ("%c", "%C", "%G")
+    bool needs_name;        // a month or weekday name: a run of three letters at least
     bool local_zone;        // B8601LZ, E8601LZ: the value is brought to local time
     first_need first;
 };
@@ -107,6 +108,7 @@ constexpr row_facts facts_of(const template_row& row) {
         f.has_separator |= d == U'c';
         f.needs_letter |= is_letter_word_directive(d);
         f.needs_mark |= is_mark_word_directive(d);
+        f.needs_name |= d == U'b' || d == U'B' || d == U'a' || d == U'A';
         if (!first_seen) {
             first_seen = true;
             f.first = is_numeric_directive(d) ? first_need::digit
