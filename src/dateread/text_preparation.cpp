@@ -45,6 +45,14 @@ bool is_all_digit(std::u32string_view text) {
 
 void prepare_text(std::u32string_view text, std::size_t limit, bool odd_zero, prepared_text& out) {
     limit = std::min(limit, anydate_text_limit);
+    const std::u32string_view used = text.substr(0, std::min(text.size(), limit));
+    if (used.find(U' ') == std::u32string_view::npos) {  // nothing to squeeze or trim: no copy
+        out.data = used.data();
+        out.length = used.size();
+        out.all_digit = is_all_digit(used);
+        if (!(odd_zero && out.all_digit && out.length < 8 && out.length % 2 == 1)) return;
+    }
+    out.data = out.buffer;
     // Room for the leading zero: the copy starts at buffer[1].
     wchar* s = out.buffer + 1;
     std::size_t n = std::min(text.size(), limit);

@@ -25,9 +25,10 @@ inline constexpr std::size_t anydate_text_limit = 200; // the ANYDATE driver's c
 struct prepared_text {
     // Longest: the driver's 200 characters, or 64 with a leading "0" put in front.
     wchar buffer[anydate_text_limit + 1];
+    const wchar* data = buffer;  // the caller's own text when preparing changes nothing in it
     std::size_t length = 0;
     bool all_digit = false;
-    std::u32string_view view() const { return {buffer, length}; }
+    std::u32string_view view() const { return {data, length}; }
 };
 
 // The digit-test copy's verdict: digits only once a "T" at position 9 (1-based, text of 10 or
