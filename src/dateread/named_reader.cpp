@@ -11,7 +11,9 @@
 namespace vxlocfmt::dateread {
 namespace {
 
-bool takes_odd_zero(std::u32string_view name) { return name == U"YYMMDD" || name == U"DDMMYY" || name == U"MMDDYY"; }
+bool takes_odd_zero(std::u32string_view name) {
+    return name.size() == 6 && (name == U"YYMMDD" || name == U"DDMMYY" || name == U"MMDDYY");
+}
 
 bool admits_by_name(std::size_t r, std::size_t length) {
     const auto n = static_cast<std::int64_t>(length);
