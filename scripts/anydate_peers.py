@@ -85,6 +85,7 @@ def agreement():
     mine = ours(texts)
     both = same = only_ours = only_theirs = times = 0
     differ = collections.defaultdict(list)
+    theirs_alone, ours_alone = [], []
     for text, answer in zip(texts, mine):
         value, row = answer[0], answer[1:] if answer[0] is not None else None
         other = theirs(text)
@@ -95,9 +96,11 @@ def agreement():
             continue
         if value is None:
             only_theirs += 1
+            theirs_alone.append(text)
             continue
         if other is None:
             only_ours += 1
+            ours_alone.append(f"{text} (row {row[0]})")
             continue
         both += 1
         if value == other:
@@ -109,6 +112,8 @@ def agreement():
     print(f"dates both read: {both}; same calendar date {same}; only ANYDATE {only_ours}; only dateutil {only_theirs}")
     for row, cases in sorted(differ.items(), key=lambda kv: -len(kv[1])):
         print(f"  row {row}: {len(cases)} differ, e.g. " + "; ".join(cases[:3]))
+    print("  only ANYDATE, e.g.: " + " | ".join(ours_alone[:12]))
+    print("  only dateutil, e.g.: " + " | ".join(theirs_alone[:16]))
 
 
 SHAPES = ["2020-03-04", "2020-03-04T10:30:00", "01JAN2020", "Mar 4, 2020", "4 March 2020", "03/04/2020",
