@@ -51,7 +51,7 @@ anydate_answer read_anydate(std::u32string_view text, bool use_index) {
     if (use_index) {
         const text_traits traits = traits_of(t.view());
         const row_set rows = candidate_rows(t.view(), traits);
-        const bool retry = retry_may_read(traits);
+        const bool retry = retry_may_differ(traits, t.all_digit);
         for (std::size_t r = rows.first(); r < anydate_row_count; r = rows.next(r))
             if (try_with_retry(r, t, retry, answer)) return answer;
         return answer;

@@ -3,7 +3,7 @@
  * rules only rule out rows that would fail anyway (length bounds, the colon rule for time rows,
  * the class of the first character, word fields that need letters or marks the text lacks, month
  * and weekday names without a run of three letters; the four-digit-year retry without a run of
- * four digits), so
+ * five digits, or four in an all-digit text), so
  * walking the set in order gives the same first match as walking every row.
  *
  *   row_set rows = candidate_rows(text, traits_of(text));
@@ -51,8 +51,12 @@ text_traits traits_of(std::u32string_view text);
 // The rows that may read `text` (prepared: no leading or trailing blanks).
 row_set candidate_rows(std::u32string_view text, const text_traits& traits);
 
-// Whether the driver's four-digit retry of a row can read anything: "%Y" takes four digits.
-constexpr bool retry_may_read(const text_traits& traits) { return traits.longest_digit_run >= 4; }
+// Whether the driver's four-digit retry of a row can read otherwise than its first try: "%Y"
+// takes exactly four digits where "%y" took two (all-digit text) or the whole run of digits, so
+// with no longer run the retry reads what the first try read, or fails sooner.
+constexpr bool retry_may_differ(const text_traits& traits, bool all_digit) {
+    return traits.longest_digit_run >= (all_digit ? 4u : 5u);
+}
 
 // ---- Implementation -----------------------------------------------------------------------
 
