@@ -2,7 +2,8 @@
 
 #include <cctype>
 #include <cstdio>
-#include <iostream>
+#include <cstdlib>
+#include <sys/types.h>
 #include <memory>
 #include <string_view>
 
@@ -64,11 +65,15 @@ void for_each_text(const Arguments& args, Each each) {
         for (std::size_t i = 1; i < args.operands.size(); ++i) each(std::string_view(args.operands[i]));
         return;
     }
-    std::string line;
-    while (std::getline(std::cin, line)) {
-        if (!line.empty() && line.back() == '\r') line.pop_back();
-        each(std::string_view(line));
+    char* buffer = nullptr;
+    std::size_t capacity = 0;
+    for (ssize_t n; (n = ::getline(&buffer, &capacity, stdin)) >= 0;) {
+        std::string_view line(buffer, static_cast<std::size_t>(n));
+        if (!line.empty() && line.back() == '\n') line.remove_suffix(1);
+        if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
+        each(line);
     }
+    std::free(buffer);
 }
 
 }  // namespace
