@@ -1,7 +1,7 @@
 /*
  * The ANYDATE rows a text can possibly be read by, as a set of row numbers in table order. The
  * rules only rule out rows that would fail anyway (length bounds, the colon rule for time rows,
- * the class of the first character, word fields that need letters or marks the text lacks, month
+ * the class of the first and of the last character, word fields that need letters or marks the text lacks, month
  * and weekday names without a run of three letters; the four-digit-year retry without a run of
  * five digits, or four in an all-digit text), so
  * walking the set in order gives the same first match as walking every row.
@@ -97,6 +97,8 @@ inline constexpr row_set letter_rows = rows_where([](std::size_t r) { return tem
 inline constexpr row_set mark_rows = rows_where([](std::size_t r) { return template_facts[r].needs_mark; });
 inline constexpr row_set digit_first_rows = rows_where([](std::size_t r) { return template_facts[r].first == first_need::digit; });
 inline constexpr row_set letter_first_rows = rows_where([](std::size_t r) { return template_facts[r].first == first_need::letter; });
+inline constexpr row_set digit_last_rows = rows_where([](std::size_t r) { return template_facts[r].last == first_need::digit; });
+inline constexpr row_set letter_last_rows = rows_where([](std::size_t r) { return template_facts[r].last == first_need::letter; });
 inline constexpr row_set name_rows = rows_where([](std::size_t r) { return template_facts[r].needs_name; });
 
 static_assert(by_length[longest_anydate_text].has(53) && by_length[longest_anydate_text + 1].first() == anydate_row_count);
@@ -130,6 +132,9 @@ inline row_set candidate_rows(std::u32string_view text, const text_traits& trait
     const wchar c0 = text[0];
     if (!(c0 >= U'0' && c0 <= U'9')) rows = rows & ~digit_first_rows;
     if (!is_letter(c0)) rows = rows & ~letter_first_rows;
+    const wchar cn = text.back();
+    if (!(cn >= U'0' && cn <= U'9')) rows = rows & ~digit_last_rows;
+    if (!is_letter(cn)) rows = rows & ~letter_last_rows;
     return rows;
 }
 

@@ -35,6 +35,9 @@ struct row_facts {
     bool needs_name;        // a month or weekday name: a run of three letters at least
     bool local_zone;        // B8601LZ, E8601LZ: the value is brought to local time
     first_need first;
+    // What the text's last character must be: the pattern's last field consumes it, since a
+    // pattern without a literal blank must consume the whole (trimmed) text.
+    first_need last;
 };
 
 inline constexpr std::size_t max_name_length = 16;
@@ -94,8 +97,12 @@ constexpr row_facts facts_of(const template_row& row) {
     f.local_zone = same_name(row.name, U"B8601LZ") || same_name(row.name, U"E8601LZ");
     const std::u32string_view pattern(row.pattern, text_length(row.pattern));
     bool first_seen = false;
+    bool blank_literal = false;
+    f.last = first_need::anything;
     for (std::size_t i = 0; i < pattern.size();) {
         if (pattern[i] != U'%') {
+            blank_literal |= pattern[i] == U' ';
+            f.last = first_need::anything;
             ++i;
             if (!first_seen) { first_seen = true; f.first = first_need::anything; }
             continue;
@@ -109,6 +116,9 @@ constexpr row_facts facts_of(const template_row& row) {
         f.needs_letter |= is_letter_word_directive(d);
         f.needs_mark |= is_mark_word_directive(d);
         f.needs_name |= d == U'b' || d == U'B' || d == U'a' || d == U'A';
+        f.last = is_numeric_directive(d) ? first_need::digit
+                 : is_letter_word_directive(d) ? first_need::letter
+                                                : first_need::anything;
         if (!first_seen) {
             first_seen = true;
             f.first = is_numeric_directive(d) ? first_need::digit
@@ -116,6 +126,7 @@ constexpr row_facts facts_of(const template_row& row) {
                                                      : first_need::anything;
         }
     }
+    if (blank_literal) f.last = first_need::anything;  // the text may end early at the blank
     return f;
 }
 
@@ -165,6 +176,8 @@ constexpr std::int64_t any_max(std::size_t row) {
 
 static_assert(find_name_group(U"YYMMDD")->first == 139 && find_name_group(U"YYMMDD")->end == 144);
 static_assert(template_facts[0].first == first_need::digit && template_facts[34].first == first_need::letter);
+static_assert(template_facts[23].last == first_need::letter && template_facts[66].last == first_need::anything);
+static_assert(template_facts[127].last == first_need::anything && template_facts[31].last == first_need::digit);
 static_assert(template_facts[65].has_seconds && template_facts[65].has_two_digit_year);
 static_assert(template_facts[85].local_zone && !template_facts[93].local_zone);
 static_assert(same_name(vxfmt_templates[anydate_row_count - 1].name, U"ANYDATE") &&
