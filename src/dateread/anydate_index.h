@@ -2,7 +2,7 @@
  * The ANYDATE rows a text can possibly be read by, as a set of row numbers in table order. The
  * rules only rule out rows that would fail anyway (length bounds, the colon rule for time rows,
  * the class of the first and of the last character, word fields that need letters or marks the text lacks, month
- * and weekday names without a run of three letters; the four-digit-year retry without a run of
+ * and weekday names without a run of three letters, fewer digits or marks than the fields take; the four-digit-year retry without a run of
  * five digits, or four in an all-digit text), so
  * walking the set in order gives the same first match as walking every row.
  *
@@ -45,6 +45,7 @@ struct text_traits {
     bool colon = false, letter = false, mark = false;
     std::size_t longest_letter_run = 0;  // is_letter characters in a row
     std::size_t longest_digit_run = 0;
+    std::size_t digits = 0, marks = 0;
 };
 text_traits traits_of(std::u32string_view text);
 
@@ -99,6 +100,18 @@ inline constexpr row_set digit_first_rows = rows_where([](std::size_t r) { retur
 inline constexpr row_set letter_first_rows = rows_where([](std::size_t r) { return template_facts[r].first == first_need::letter; });
 inline constexpr row_set digit_last_rows = rows_where([](std::size_t r) { return template_facts[r].last == first_need::digit; });
 inline constexpr row_set letter_last_rows = rows_where([](std::size_t r) { return template_facts[r].last == first_need::letter; });
+// Rows that need at most k digits, at most k marks; the last entry serves every larger count.
+inline constexpr std::size_t count_steps = 24;
+constexpr std::array<row_set, count_steps> rows_needing_at_most(bool marks) {
+    std::array<row_set, count_steps> by{};
+    for (std::size_t k = 0; k < count_steps; ++k)
+        by[k] = rows_where([k, marks](std::size_t r) {
+            return (marks ? template_facts[r].min_marks : template_facts[r].min_digits) <= (k + 1 == count_steps ? 255 : k);
+        });
+    return by;
+}
+inline constexpr auto digits_at_most = rows_needing_at_most(false);
+inline constexpr auto marks_at_most = rows_needing_at_most(true);
 inline constexpr row_set name_rows = rows_where([](std::size_t r) { return template_facts[r].needs_name; });
 
 static_assert(by_length[longest_anydate_text].has(53) && by_length[longest_anydate_text + 1].first() == anydate_row_count);
@@ -113,6 +126,8 @@ inline text_traits traits_of(std::u32string_view text) {
         const bool l = is_letter(c), d = c >= U'0' && c <= U'9';
         t.letter |= l;
         t.mark |= is_mark(c);
+        t.digits += d;
+        t.marks += is_mark(c);
         letters = l ? letters + 1 : 0;
         digits = d ? digits + 1 : 0;
         t.longest_letter_run = letters > t.longest_letter_run ? letters : t.longest_letter_run;
@@ -129,6 +144,8 @@ inline row_set candidate_rows(std::u32string_view text, const text_traits& trait
     if (!traits.letter) rows = rows & ~letter_rows;
     if (!traits.mark) rows = rows & ~mark_rows;
     if (traits.longest_letter_run < 3) rows = rows & ~name_rows;
+    rows = rows & digits_at_most[traits.digits < count_steps ? traits.digits : count_steps - 1];
+    rows = rows & marks_at_most[traits.marks < count_steps ? traits.marks : count_steps - 1];
     const wchar c0 = text[0];
     if (!(c0 >= U'0' && c0 <= U'9')) rows = rows & ~digit_first_rows;
     if (!is_letter(c0)) rows = rows & ~letter_first_rows;

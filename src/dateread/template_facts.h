@@ -38,6 +38,10 @@ struct row_facts {
     // What the text's last character must be: the pattern's last field consumes it, since a
     // pattern without a literal blank must consume the whole (trimmed) text.
     first_need last;
+    // Fewest digits the fields take ("%Y" four, any other numeric field one) and fewest marks
+    // ("%c", "%C", "%G" one each): a text with fewer cannot be read.
+    std::uint8_t min_digits;
+    std::uint8_t min_marks;
 };
 
 inline constexpr std::size_t max_name_length = 16;
@@ -116,6 +120,8 @@ constexpr row_facts facts_of(const template_row& row) {
         f.needs_letter |= is_letter_word_directive(d);
         f.needs_mark |= is_mark_word_directive(d);
         f.needs_name |= d == U'b' || d == U'B' || d == U'a' || d == U'A';
+        f.min_digits = static_cast<std::uint8_t>(f.min_digits + (d == U'Y' ? 4 : is_numeric_directive(d) ? 1 : 0));
+        f.min_marks = static_cast<std::uint8_t>(f.min_marks + (is_mark_word_directive(d) ? 1 : 0));
         f.last = is_numeric_directive(d) ? first_need::digit
                  : is_letter_word_directive(d) ? first_need::letter
                                                 : first_need::anything;
@@ -176,6 +182,7 @@ constexpr std::int64_t any_max(std::size_t row) {
 
 static_assert(find_name_group(U"YYMMDD")->first == 139 && find_name_group(U"YYMMDD")->end == 144);
 static_assert(template_facts[0].first == first_need::digit && template_facts[34].first == first_need::letter);
+static_assert(template_facts[65].min_digits == 6 && template_facts[74].min_digits == 6 && template_facts[34].min_marks == 6);
 static_assert(template_facts[23].last == first_need::letter && template_facts[66].last == first_need::anything);
 static_assert(template_facts[127].last == first_need::anything && template_facts[31].last == first_need::digit);
 static_assert(template_facts[65].has_seconds && template_facts[65].has_two_digit_year);
