@@ -52,6 +52,8 @@ Arguments parse_arguments(int argc, char** argv) {
         else if (arg == "--library") args.library = take();
         else if (arg == "--check") args.check = true;
         else if (arg == "--status") args.status = true;
+        else if (arg == "--explain") args.explain = true;
+        else if (arg == "--as") args.as = take();
         else if (arg == "-h" || arg == "--help") args.help = true;
         else throw UsageError("unknown option " + arg);
     }

@@ -29,6 +29,8 @@ struct Arguments {
     bool check = false;
     bool status = false;
     bool help = false;
+    bool explain = false;  // read with a template: append the row that read the text
+    std::string as;        // read ANYDATE: "date" or "time" for the driver's views
 };
 
 Arguments parse_arguments(int argc, char** argv);

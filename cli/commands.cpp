@@ -15,6 +15,7 @@
 #include "locale_data.h"
 #include "output.h"
 #include "session.h"
+#include "template_command.h"
 #include "text_convert.h"
 #include "transcoder.h"
 #include "values.h"
@@ -189,6 +190,7 @@ int read_command(const Arguments& args) {
         const std::string name = spec.name.front() == '@' ? spec.name.substr(1) : spec.name;
         if (const ClassicInformat* classic = find_classic_informat(name)) return read_classic_command(args, spec, *classic);
     }
+    if (const auto code = template_read_command(args)) return *code;
     Call call = prepare(args, vxlocfmt::row_kind_informat);
     Output out;
     for_each_input(args, [&](std::string_view text, std::size_t) {
@@ -203,8 +205,9 @@ int read_command(const Arguments& args) {
 }
 
 int list_command(const Arguments& args) {
-    if (args.operands.size() != 1) throw UsageError("list takes one of: formats, informats, classic, locales");
+    if (args.operands.size() != 1) throw UsageError("list takes one of: formats, informats, classic, locales, templates");
     const std::string& what = args.operands[0];
+    if (what == "templates") return list_templates(args);
     Output out;
     if (what == "locales") {
         for (const auto& name : vxhost::locale_names()) {

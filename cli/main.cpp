@@ -15,7 +15,8 @@ namespace {
 constexpr const char* usage_text =
     "usage: vxlocfmt format SPEC [VALUE...]     format values (stdin, one a line, when none are given)\n"
     "       vxlocfmt read SPEC [TEXT...]        read texts with an informat (stdin when none are given)\n"
-    "       vxlocfmt list formats|informats|classic|locales\n"
+    "       vxlocfmt read ANYDATE|TEMPLATE [TEXT...] [--explain] [--as date|time]\n"
+    "       vxlocfmt list formats|informats|classic|locales|templates\n"
     "       vxlocfmt locale NAME                print a locale's properties\n"
     "SPEC is NAME, NAMEw. or NAMEw.d (NLDATE20., NLNUM12.2, WEEKV).\n"
     "options: -l/--locale NAME (en_US)  --encoding NAME  --yearcutoff N  --tz ZONE\n"

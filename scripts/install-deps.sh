@@ -2,6 +2,8 @@
 # Installs the Debian packages the build and tests need, only those missing.
 set -euo pipefail
 packages=(cmake ninja-build g++ pkg-config libicu-dev libgtest-dev libgmock-dev libbenchmark-dev)
+# The any-date reader's peer comparison (scripts/anydate_peers.py) only: VXLOCFMT_PEERS=1.
+[ "${VXLOCFMT_PEERS:-0}" = 1 ] && packages+=(python3-dateutil python3-pandas)
 missing=()
 for p in "${packages[@]}"; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")

@@ -1,0 +1,164 @@
+#include "template_command.h"
+
+#include <cctype>
+#include <cstdio>
+#include <cstdlib>
+#include <sys/types.h>
+#include <memory>
+#include <string_view>
+
+#include "dateread/template_table.h"
+#include "library.h"
+#include "output.h"
+#include "text_convert.h"
+#include "values.h"
+
+namespace vxcli {
+namespace {
+
+using vxlocfmt::dateread::template_row;
+
+extern "C" {
+using driver_fn = vxlocfmt::status (*)(vxlocfmt::FmtCall*, void*);
+using informat_fn = vxlocfmt::status (*)(vxlocfmt::FmtCall*, const vxlocfmt::wchar*, std::int32_t);
+using explain_fn = std::int32_t (*)(const vxlocfmt::wchar*, std::int32_t, const vxlocfmt::wchar*, std::int32_t,
+                                    double*, std::int32_t*);
+}
+
+std::string narrow(const vxlocfmt::wchar* s) {
+    std::string out;
+    for (; s && *s; ++s) out += static_cast<char>(*s);
+    return out;
+}
+
+// The names of the compiled-in table; the loaded library's own table is what is read.
+bool is_template_name(std::string_view name) {
+    for (std::size_t r = 0; r < vxlocfmt::dateread::dummy_row; ++r)
+        if (narrow(vxfmt_templates[r].name) == name) return true;
+    return false;
+}
+
+bool is_width(std::string_view rest) {  // "", "w.", "w.d"
+    if (rest.empty()) return true;
+    const auto dot = rest.find('.');
+    if (dot == std::string_view::npos || dot == 0) return false;
+    for (std::size_t i = 0; i < rest.size(); ++i)
+        if (i != dot && !std::isdigit(static_cast<unsigned char>(rest[i]))) return false;
+    return true;
+}
+
+std::unique_ptr<vxhost::Library> load(const Arguments& args) {
+    return std::make_unique<vxhost::Library>(args.library.empty() ? vxhost::default_library_path() : args.library);
+}
+
+template <class Fn>
+Fn symbol(const vxhost::Library& library, const char* name) {
+    void* p = library.symbol(name);
+    if (!p) throw std::runtime_error(std::string("the library lacks ") + name);
+    return reinterpret_cast<Fn>(p);
+}
+
+// Each operand after the SPEC, or each line of stdin when there is none.
+template <class Each>
+void for_each_text(const Arguments& args, Each each) {
+    if (args.operands.size() > 1) {
+        for (std::size_t i = 1; i < args.operands.size(); ++i) each(std::string_view(args.operands[i]));
+        return;
+    }
+    char* buffer = nullptr;
+    std::size_t capacity = 0;
+    for (ssize_t n; (n = ::getline(&buffer, &capacity, stdin)) >= 0;) {
+        std::string_view line(buffer, static_cast<std::size_t>(n));
+        if (!line.empty() && line.back() == '\n') line.remove_suffix(1);
+        if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
+        each(line);
+    }
+    std::free(buffer);
+}
+
+}  // namespace
+
+std::optional<std::string> template_spec_name(const std::string& spec) {
+    std::string upper;
+    for (char c : spec) upper += static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+    if (!upper.empty() && upper[0] == '@') upper.erase(0, 1);
+    std::optional<std::string> best;
+    for (std::size_t n = upper.size(); n > 0; --n) {  // longest first: DATETIME before DATE
+        const std::string name = upper.substr(0, n);
+        if (is_template_name(name) && is_width(std::string_view(upper).substr(n))) return name;
+    }
+    return best;
+}
+
+std::optional<int> template_read_command(const Arguments& args) {
+    if (args.operands.empty()) return std::nullopt;
+    const std::optional<std::string> name = template_spec_name(args.operands[0]);
+    if (!name) {
+        if (!args.as.empty()) throw UsageError("--as needs the ANYDATE reader");
+        return std::nullopt;
+    }
+    const bool anydate = *name == "ANYDATE";
+    if (!args.as.empty() && (!anydate || (args.as != "date" && args.as != "time" && args.as != "datetime")))
+        throw UsageError(anydate ? "--as takes date, time or datetime" : "--as needs the ANYDATE reader");
+    const auto library = load(args);
+    const auto* table = static_cast<const template_row*>(library->symbol("vxfmt_templates"));
+    const auto driver = symbol<driver_fn>(*library, args.as == "date" ? "dtmAnyDate" : args.as == "time" ? "dtmAnyTime"
+                                                                                                    : "dtmAnyDateTime");
+    const auto informat = symbol<informat_fn>(*library, "dtmInformat");
+    const auto explain = symbol<explain_fn>(*library, "dtm_explain");
+    const std::u32string wide_name(name->begin(), name->end());
+    const auto name_length = static_cast<std::int32_t>(wide_name.size());
+
+    Output out;
+    bool any_failed = false;
+    for_each_text(args, [&](std::string_view text) {
+        const std::u32string wide = vxhost::from_utf8(text);
+        double value = 0;
+        vxlocfmt::FmtCall call{};
+        call.input = wide.data();
+        call.input_length = static_cast<std::int32_t>(wide.size());
+        call.text_limit = call.input_length;  // the whole text: a row's width is no text limit
+        call.output = &value;
+        const vxlocfmt::status code = anydate ? driver(&call, nullptr) : informat(&call, wide_name.data(), name_length);
+        append_value_text(out.raw(), value);
+        if (args.explain) {
+            double explained = 0;
+            std::int32_t four = 0;
+            const std::int32_t row = explain(wide_name.data(), name_length, wide.data(), call.input_length, &explained, &four);
+            if (row < 0 || !table) {
+                out.append("\t-");
+            } else {
+                std::string pattern = narrow(table[row].pattern);
+                if (four) pattern.replace(pattern.find("%y"), 2, "%Y");
+                out.append("\t" + std::to_string(row) + "\t" + pattern);
+            }
+        }
+        if (args.status) {
+            char status_text[16];
+            std::snprintf(status_text, sizeof status_text, "\t0x%08x", code);
+            out.append(status_text);
+        }
+        out.newline();
+        any_failed |= code != 0;
+    });
+    out.flush();
+    return any_failed ? 1 : 0;
+}
+
+int list_templates(const Arguments& args) {
+    const auto library = load(args);
+    const auto* table = static_cast<const template_row*>(library->symbol("vxfmt_templates"));
+    if (!table) throw std::runtime_error("the library lacks vxfmt_templates");
+    Output out;
+    for (std::size_t r = 0; r < vxlocfmt::dateread::template_count; ++r) {
+        const template_row& row = table[r];
+        out.append(std::to_string(r) + "\t" + narrow(row.name) + "\t" + std::to_string(row.min_length) + "\t" +
+                   std::to_string(row.max_length) + "\t" + std::to_string(row.width) + "\t" +
+                   std::to_string(row.any_min) + "\t" + std::to_string(row.any_max) + "\t" + narrow(row.kind) + "\t" +
+                   narrow(row.pattern));
+        out.newline();
+    }
+    return 0;
+}
+
+}  // namespace vxcli

@@ -1,0 +1,158 @@
+/*
+ * The ANYDATE rows a text can possibly be read by, as a set of row numbers in table order. The
+ * rules only rule out rows that would fail anyway (length bounds, the colon rule for time rows,
+ * the class of the first and of the last character, word fields that need letters or marks the text lacks, month
+ * and weekday names without a run of three letters, fewer digits or marks than the fields take; the four-digit-year retry without a run of
+ * five digits, or four in an all-digit text), so
+ * walking the set in order gives the same first match as walking every row.
+ *
+ *   row_set rows = candidate_rows(text, traits_of(text));
+ *   for (std::size_t r = rows.first(); r < anydate_row_count; r = rows.next(r)) ...
+ */
+#pragma once
+
+#include <array>
+#include <bit>
+#include <cstdint>
+#include <string_view>
+
+#include "dateread/template_facts.h"
+#include "dateread/word_fields.h"
+
+namespace vxlocfmt::dateread {
+
+// ---- Interface ----------------------------------------------------------------------------
+
+// A set of ANYDATE rows (74 bits in two words).
+struct row_set {
+    std::uint64_t word[2] = {0, 0};
+
+    constexpr void add(std::size_t r) { word[r / 64] |= std::uint64_t{1} << (r % 64); }
+    constexpr bool has(std::size_t r) const { return (word[r / 64] >> (r % 64)) & 1; }
+    constexpr row_set operator&(const row_set& o) const { return {{word[0] & o.word[0], word[1] & o.word[1]}}; }
+    constexpr row_set operator~() const { return {{~word[0], ~word[1]}}; }
+    // The first member at or after r, or anydate_row_count.
+    constexpr std::size_t from(std::size_t r) const;
+    constexpr std::size_t first() const { return from(0); }
+    constexpr std::size_t next(std::size_t r) const { return from(r + 1); }
+};
+
+// Longest text any ANYDATE row admits: row 53's 42 plus the seconds allowance.
+inline constexpr std::size_t longest_anydate_text = 52;
+
+// What the index looks at in a text, from one pass over it.
+struct text_traits {
+    bool colon = false, letter = false, mark = false;
+    std::size_t longest_letter_run = 0;  // is_letter characters in a row
+    std::size_t longest_digit_run = 0;
+    std::size_t digits = 0, marks = 0;
+};
+text_traits traits_of(std::u32string_view text);
+
+// The rows that may read `text` (prepared: no leading or trailing blanks).
+row_set candidate_rows(std::u32string_view text, const text_traits& traits);
+
+// Whether the driver's four-digit retry of a row can read otherwise than its first try: "%Y"
+// takes exactly four digits where "%y" took two (all-digit text) or the whole run of digits, so
+// with no longer run the retry reads what the first try read, or fails sooner.
+constexpr bool retry_may_differ(const text_traits& traits, bool all_digit) {
+    return traits.longest_digit_run >= (all_digit ? 4u : 5u);
+}
+
+// ---- Implementation -----------------------------------------------------------------------
+
+constexpr std::size_t row_set::from(std::size_t r) const {
+    while (r < 128) {
+        const std::uint64_t rest = word[r / 64] >> (r % 64);
+        if (rest) {
+            const std::size_t found = r + static_cast<std::size_t>(std::countr_zero(rest));
+            return found < anydate_row_count ? found : anydate_row_count;
+        }
+        r = (r / 64 + 1) * 64;
+    }
+    return anydate_row_count;
+}
+
+namespace detail {
+
+template <class Keep>
+constexpr row_set rows_where(Keep keep) {
+    row_set s;
+    for (std::size_t r = 0; r < anydate_row_count; ++r)
+        if (keep(r)) s.add(r);
+    return s;
+}
+
+constexpr std::array<row_set, longest_anydate_text + 2> rows_by_length() {
+    std::array<row_set, longest_anydate_text + 2> by{};
+    for (std::size_t n = 0; n < by.size(); ++n)
+        by[n] = rows_where([n](std::size_t r) {
+            return static_cast<std::int64_t>(n) >= vxfmt_templates[r].any_min && static_cast<std::int64_t>(n) <= any_max(r);
+        });
+    return by;
+}
+
+inline constexpr auto by_length = rows_by_length();  // the last entry, past every bound, is empty
+inline constexpr row_set time_rows = rows_where([](std::size_t r) { return template_facts[r].kind == value_kind::time; });
+inline constexpr row_set letter_rows = rows_where([](std::size_t r) { return template_facts[r].needs_letter; });
+inline constexpr row_set mark_rows = rows_where([](std::size_t r) { return template_facts[r].needs_mark; });
+inline constexpr row_set digit_first_rows = rows_where([](std::size_t r) { return template_facts[r].first == first_need::digit; });
+inline constexpr row_set letter_first_rows = rows_where([](std::size_t r) { return template_facts[r].first == first_need::letter; });
+inline constexpr row_set digit_last_rows = rows_where([](std::size_t r) { return template_facts[r].last == first_need::digit; });
+inline constexpr row_set letter_last_rows = rows_where([](std::size_t r) { return template_facts[r].last == first_need::letter; });
+// Rows that need at most k digits, at most k marks; the last entry serves every larger count.
+inline constexpr std::size_t count_steps = 24;
+constexpr std::array<row_set, count_steps> rows_needing_at_most(bool marks) {
+    std::array<row_set, count_steps> by{};
+    for (std::size_t k = 0; k < count_steps; ++k)
+        by[k] = rows_where([k, marks](std::size_t r) {
+            return (marks ? template_facts[r].min_marks : template_facts[r].min_digits) <= (k + 1 == count_steps ? 255 : k);
+        });
+    return by;
+}
+inline constexpr auto digits_at_most = rows_needing_at_most(false);
+inline constexpr auto marks_at_most = rows_needing_at_most(true);
+inline constexpr row_set name_rows = rows_where([](std::size_t r) { return template_facts[r].needs_name; });
+
+static_assert(by_length[longest_anydate_text].has(53) && by_length[longest_anydate_text + 1].first() == anydate_row_count);
+
+}  // namespace detail
+
+inline text_traits traits_of(std::u32string_view text) {
+    text_traits t;
+    std::size_t letters = 0, digits = 0;
+    for (const wchar c : text) {
+        t.colon |= c == U':';
+        const bool l = is_letter(c), d = c >= U'0' && c <= U'9';
+        t.letter |= l;
+        t.mark |= is_mark(c);
+        t.digits += d;
+        t.marks += is_mark(c);
+        letters = l ? letters + 1 : 0;
+        digits = d ? digits + 1 : 0;
+        t.longest_letter_run = letters > t.longest_letter_run ? letters : t.longest_letter_run;
+        t.longest_digit_run = digits > t.longest_digit_run ? digits : t.longest_digit_run;
+    }
+    return t;
+}
+
+inline row_set candidate_rows(std::u32string_view text, const text_traits& traits) {
+    using namespace detail;
+    row_set rows = by_length[text.size() < longest_anydate_text + 1 ? text.size() : longest_anydate_text + 1];
+    if (text.empty()) return rows;
+    if (!traits.colon) rows = rows & ~time_rows;
+    if (!traits.letter) rows = rows & ~letter_rows;
+    if (!traits.mark) rows = rows & ~mark_rows;
+    if (traits.longest_letter_run < 3) rows = rows & ~name_rows;
+    rows = rows & digits_at_most[traits.digits < count_steps ? traits.digits : count_steps - 1];
+    rows = rows & marks_at_most[traits.marks < count_steps ? traits.marks : count_steps - 1];
+    const wchar c0 = text[0];
+    if (!(c0 >= U'0' && c0 <= U'9')) rows = rows & ~digit_first_rows;
+    if (!is_letter(c0)) rows = rows & ~letter_first_rows;
+    const wchar cn = text.back();
+    if (!(cn >= U'0' && cn <= U'9')) rows = rows & ~digit_last_rows;
+    if (!is_letter(cn)) rows = rows & ~letter_last_rows;
+    return rows;
+}
+
+}  // namespace vxlocfmt::dateread

@@ -1,0 +1,118 @@
+// dtm_informat and dtmInformat: choosing the rows of a name and reading with them in order.
+#include <algorithm>
+
+#include "calendar/missing_value.h"
+#include "dateread/dateread_exports.h"
+#include "dateread/row_reader.h"
+#include "dateread/template_facts.h"
+#include "dateread/text_preparation.h"
+#include "dateread/value_builder.h"
+
+namespace vxlocfmt::dateread {
+namespace {
+
+bool takes_odd_zero(std::u32string_view name) {
+    return name.size() == 6 && (name == U"YYMMDD" || name == U"DDMMYY" || name == U"MMDDYY");
+}
+
+bool admits_by_name(std::size_t r, std::size_t length) {
+    const auto n = static_cast<std::int64_t>(length);
+    return n >= vxfmt_templates[r].min_length && n <= named_max(r);
+}
+
+}  // namespace
+
+status read_named(std::u32string_view name, const template_row* given, std::u32string_view text, double* result,
+                  std::int32_t* status_word, bool preprocess, std::int32_t* row_read) {
+    if (row_read) *row_read = -1;
+    prepared_text prepared;
+    std::u32string_view t = text;
+    bool all_digit;
+    if (preprocess) {
+        const bool in_table_row = given >= vxfmt_templates && given < vxfmt_templates + template_count;
+        const std::u32string_view own = in_table_row ? std::u32string_view(given->name, text_length(given->name)) : name;
+        prepare_text(text, named_text_limit, takes_odd_zero(own), prepared);
+        t = prepared.view();
+        all_digit = prepared.all_digit;
+    } else {
+        all_digit = is_all_digit(text);  // the digit test fixes the field widths either way
+    }
+
+    std::size_t r = 0, end = 0;
+    const bool in_table = given >= vxfmt_templates && given < vxfmt_templates + template_count;
+    if (given) {
+        if (!given->pattern) return row_without_pattern;
+        if (!in_table) {  // a row of the caller's own: read with it alone
+            read_slots slots;
+            if (!result || !status_word) return no_template_fits;
+            *result = calendar::missing_value();
+            *status_word = 0;
+            const wchar* kind_text = given->kind ? given->kind : U"DTE";
+            const std::u32string_view kind(kind_text, text_length(kind_text));
+            const value_kind k = kind == U"TME" ? value_kind::time : kind == U"DTM" ? value_kind::datetime : value_kind::date;
+            if (!read_pattern({given->pattern, text_length(given->pattern)}, t, all_digit, false, slots))
+                return no_template_fits;
+            *result = build_value(slots, k, false, *status_word);
+            return st::ok;
+        }
+        r = static_cast<std::size_t>(given - vxfmt_templates);
+        end = find_name_group({given->name, template_facts[r].name_length})->end;
+    } else {
+        const name_group* group = find_name_group(name);
+        if (!group) return no_template_fits;
+        r = group->first;
+        end = group->end;
+        while (r < end && !admits_by_name(r, t.size())) ++r;
+        if (r == end) return no_template_fits;
+        // An all-digit text of 8 under a six-letter name goes to the four-digit-year row.
+        if (t.size() == 8 && all_digit && takes_odd_zero(name) && !template_facts[r].has_separator && r + 1 < end) ++r;
+    }
+    if (!result || !status_word) return no_template_fits;
+
+    for (const std::size_t first = r; r < end; ++r) {
+        // By name, each row keeps its own bounds; a given row's caller chose the walk.
+        if (r != first && !given && !admits_by_name(r, t.size())) continue;
+        *result = calendar::missing_value();
+        *status_word = 0;
+        read_slots slots;
+        if (!read_pattern(pattern_view(r), t, all_digit, false, slots)) continue;
+        *result = build_value(slots, template_facts[r].kind, template_facts[r].local_zone, *status_word);
+        if (row_read) *row_read = static_cast<std::int32_t>(r);
+        return st::ok;
+    }
+    return no_template_fits;
+}
+
+}  // namespace vxlocfmt::dateread
+
+using namespace vxlocfmt;
+
+namespace {
+
+std::u32string_view view_of(const wchar* s, std::int32_t length) {
+    return s && length > 0 ? std::u32string_view(s, static_cast<std::size_t>(length)) : std::u32string_view();
+}
+
+}  // namespace
+
+VX_EXPORT status dtm_informat(const wchar* name, std::int32_t name_length, const dateread::template_row* row,
+                              const wchar* text, std::int32_t length, double* result, std::int32_t* status_word,
+                              std::int32_t preprocess) {
+    return dateread::read_named(view_of(name, name_length), row, view_of(text, length), result, status_word,
+                                preprocess != 0, nullptr);
+}
+
+VX_EXPORT status dtmInformat(FmtCall* call, const wchar* name, std::int32_t name_length) {
+    if (!call || !call->output) return dateread::no_template_fits;
+    auto* result = static_cast<double*>(call->output);
+    *result = calendar::missing_value();
+    const std::int32_t length = std::max(0, std::min(call->input_length, call->text_limit));
+    std::int32_t status_word = 0;
+    const status r = dtm_informat(name, name_length, nullptr, static_cast<const wchar*>(call->input), length, result,
+                                  &status_word, 1);
+    if (r != st::ok || calendar::is_nan(*result)) {
+        *result = calendar::missing_value();
+        return dateread::no_template_fits;
+    }
+    return st::ok;
+}

@@ -1,0 +1,84 @@
+// From slots to a date, a time or a datetime.
+#include "dateread/value_builder.h"
+
+#include <cmath>
+
+#include "calendar/date_conversions.h"
+#include "calendar/day_number.h"
+#include "calendar/year_cutoff.h"
+#include "calendar/missing_value.h"
+#include "frame/reporting.h"
+
+namespace vxlocfmt::dateread {
+namespace {
+
+constexpr bool has(std::int64_t v) { return v != absent; }
+constexpr double as_double(std::int64_t v) { return static_cast<double>(v); }
+
+// The year the calendar means: 0 to 99 through the cut-off, 1582 to 20000 as they stand, others
+// refused (-1): the refusals of the Julian conversions, in integers.
+std::int64_t calendar_year(std::int64_t y) {
+    if (y >= 0 && y <= 99) return calendar::place_two_digit_year(y);
+    return y >= calendar::first_year && y <= calendar::last_year ? y : -1;
+}
+
+}  // namespace
+
+double date_of(const read_slots& s) {
+    const std::int64_t y = s.field[year];
+    if (!has(y)) return calendar::missing_value();
+    if (has(s.field[day_of_year])) {
+        const std::int64_t j = s.field[day_of_year];
+        // A day of year of 0 or past the year's end is refused, as the Julian conversion does.
+        const std::int64_t cy = calendar_year(y);
+        if (cy < 0 || j < 1 || j > 365 + (calendar::is_leap_year(cy) ? 1 : 0)) return calendar::missing_value();
+        return as_double(calendar::day_from_ordinal(cy, j));
+    }
+    std::int64_t m = s.field[month];
+    if (has(s.field[quarter])) m = 3 * s.field[quarter] - 2;
+    if (!has(m)) return calendar::missing_value();
+    const std::int64_t d = has(s.field[day]) ? s.field[day] : 1;
+    // zmdy's answer without its round trip through a Julian date.
+    if (m < 1 || m > 12 || d < 1 || d > 31) return calendar::missing_value();
+    const std::int64_t cy = calendar_year(y);
+    const auto month_number = static_cast<std::int32_t>(m);
+    if (cy < 0 || d > calendar::month_length(cy, month_number)) return calendar::missing_value();
+    return as_double(calendar::day_from_ordinal(cy, calendar::days_before_month(cy, month_number) + d));
+}
+
+double time_of(const read_slots& s, bool local_zone) {
+    const std::int64_t h = s.field[hour], mi = s.field[minute], se = s.field[second];
+    if (!has(h) && !has(mi) && !has(se)) return calendar::missing_value();
+    double hours = has(h) ? as_double(h) : 0;
+    if (s.am_pm == U'P' && hours < 12) hours += 12;
+    else if (s.am_pm == U'A' && hours == 12) hours = 0;
+    double t = hours * 3600 + (has(mi) ? as_double(mi) : 0) * 60 + (has(se) ? as_double(se) : 0) + s.fraction;
+    t -= (as_double(s.zone_hour) * 3600 + as_double(s.zone_minute) * 60) * s.zone_sign;
+    if (local_zone) {
+        double offset = 0;  // east of UTC, from the kernel's clock service
+        vxzdtgmt(&offset);
+        t += offset;
+    }
+    return t;
+}
+
+double build_value(const read_slots& s, value_kind kind, bool local_zone, std::int32_t& status) {
+    switch (kind) {
+    case value_kind::date:
+        status = status_date;
+        return date_of(s);
+    case value_kind::time:
+        status = status_time;
+        return time_of(s, local_zone);
+    case value_kind::datetime: {
+        const double date = date_of(s);
+        const double time = time_of(s, local_zone);
+        if (calendar::is_nan(date) || calendar::is_nan(time)) return calendar::missing_value();
+        status = status_datetime;
+        return std::fma(date, 86400.0, time);
+    }
+    }
+    return calendar::missing_value();
+}
+
+}  // namespace vxlocfmt::dateread
