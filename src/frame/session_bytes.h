@@ -1,0 +1,54 @@
+/*
+ * Wide text into the session encoding, through the session transcoder's operations only. A text
+ * made only of characters below the transcoder's identity bound is narrowed here, one byte a
+ * character, with the answer the transcoder would give; anything else is the transcoder's.
+ *
+ *   std::int32_t produced = 0;
+ *   status s = session_bytes::convert(call.session_transcoder, text, count, bytes, width, &produced);
+ */
+#pragma once
+
+#include <algorithm>
+#include <bit>
+#include <cstdint>
+
+#include "frame/abi.h"
+#include "frame/kernel.h"
+
+namespace vxlocfmt::session_bytes {
+
+// The identity bound rounded down to a power of two, so one OR over the text tests it; 0 when
+// the transcoder promises nothing.
+inline wchar identity_mask_bound(void* transcoder) {
+    const std::uintptr_t bound = kernel::identity_bound(transcoder);
+    return bound ? static_cast<wchar>(std::bit_floor(std::min<std::uintptr_t>(bound, 0x80000000u))) : 0;
+}
+
+inline bool all_below(const wchar* text, std::int32_t count, wchar bound) {
+    wchar seen = 0;
+    for (std::int32_t i = 0; i < count; ++i) seen |= text[i];
+    return seen < bound;
+}
+
+// As the transcoder's convert: `count` wide characters into at most `room` bytes.
+inline status convert(void* transcoder, const wchar* text, std::int32_t count, unsigned char* dest,
+                      std::int32_t room, std::int32_t* produced) {
+    const wchar bound = identity_mask_bound(transcoder);
+    if (bound && count >= 0 && room >= 0 && (dest || room == 0)) {
+        // Narrowed while the bound is tested: one pass for the common all-ASCII text.
+        const std::int32_t stored = std::min(count, room);
+        wchar seen = 0;
+        for (std::int32_t i = 0; i < stored; ++i) {
+            seen |= text[i];
+            dest[i] = static_cast<unsigned char>(text[i]);
+        }
+        for (std::int32_t i = stored; i < count; ++i) seen |= text[i];
+        if (seen < bound) {
+            *produced = stored;
+            return stored == count ? st::ok : st::does_not_fit;
+        }
+    }
+    return kernel::convert(transcoder, text, count * static_cast<std::int32_t>(sizeof(wchar)), dest, room, produced);
+}
+
+}  // namespace vxlocfmt::session_bytes
