@@ -27,6 +27,11 @@ vxlocfmt::status slot_measure(void* object, const void* source, std::int32_t len
     return self<Transcoder>(object).measure(source, length, limit, needed);
 }
 
+// ICU's stop callback lets a default-ignorable character the encoding cannot hold (a soft hyphen
+// in KOI8-R, a variation selector) vanish; a session stops at it like at any other.
+void stop_at_every_unmappable(const void*, UConverterFromUnicodeArgs*, const UChar*, std::int32_t, UChar32,
+                              UConverterCallbackReason, UErrorCode*) {}
+
 // The bytes of a wide session: one unit a character, every code point up to U+10FFFF.
 constexpr char32_t wide_session_bound = 0x110000;
 // The identity bound of a session whose encoding has no table: the code points below 0x100
@@ -125,7 +130,7 @@ Transcoder* Transcoder::to_session(std::string_view encoding) {
     UErrorCode error = U_ZERO_ERROR;
     UConverter* converter = ucnv_open(canonical.c_str(), &error);
     if (U_FAILURE(error)) return nullptr;
-    ucnv_setFromUCallBack(converter, UCNV_FROM_U_CALLBACK_STOP, nullptr, nullptr, nullptr, &error);
+    ucnv_setFromUCallBack(converter, stop_at_every_unmappable, nullptr, nullptr, nullptr, &error);
     // Every session keeps its ICU converter: the general path is the fast paths' reference.
     if (canonical == "UTF-8") return new Transcoder(Kind::wide_to_utf8, canonical, converter, 0x80);
     if (canonical == "ISO-8859-1") return new Transcoder(Kind::wide_to_latin1, canonical, converter, 0x100);

@@ -11,11 +11,14 @@
 #include <algorithm>
 #include <bit>
 #include <cstdint>
+#include <cstring>
 
 #include "frame/abi.h"
 #include "frame/kernel.h"
 
 namespace vxlocfmt::session_bytes {
+
+static_assert(std::endian::native == std::endian::little, "four narrowed bytes are stored as one word");
 
 // The identity bound rounded down to a power of two, so one OR over the text tests it; 0 when
 // the transcoder promises nothing.
@@ -24,9 +27,12 @@ inline wchar identity_mask_bound(void* transcoder) {
     return bound ? static_cast<wchar>(std::bit_floor(std::min<std::uintptr_t>(bound, 0x80000000u))) : 0;
 }
 
+// Four characters a step: the text is short (a field), the loop overhead is what costs.
 inline bool all_below(const wchar* text, std::int32_t count, wchar bound) {
     wchar seen = 0;
-    for (std::int32_t i = 0; i < count; ++i) seen |= text[i];
+    std::int32_t i = 0;
+    for (; i + 4 <= count; i += 4) seen |= text[i] | text[i + 1] | text[i + 2] | text[i + 3];
+    for (; i < count; ++i) seen |= text[i];
     return seen < bound;
 }
 
@@ -38,12 +44,18 @@ inline status convert(void* transcoder, const wchar* text, std::int32_t count, u
         // Narrowed while the bound is tested: one pass for the common all-ASCII text.
         const std::int32_t stored = std::min(count, room);
         wchar seen = 0;
-        for (std::int32_t i = 0; i < stored; ++i) {
+        std::int32_t i = 0;
+        for (; i + 4 <= stored; i += 4) {
+            const wchar a = text[i], b = text[i + 1], c = text[i + 2], d = text[i + 3];
+            seen |= a | b | c | d;
+            const std::uint32_t four = (a & 0xFF) | (b & 0xFF) << 8 | (c & 0xFF) << 16 | (d & 0xFF) << 24;
+            std::memcpy(dest + i, &four, 4);
+        }
+        for (; i < stored; ++i) {
             seen |= text[i];
             dest[i] = static_cast<unsigned char>(text[i]);
         }
-        for (std::int32_t i = stored; i < count; ++i) seen |= text[i];
-        if (seen < bound) {
+        if (seen < bound && all_below(text + stored, count - stored, bound)) {
             *produced = stored;
             return stored == count ? st::ok : st::does_not_fit;
         }
