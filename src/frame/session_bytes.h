@@ -20,11 +20,10 @@ namespace vxlocfmt::session_bytes {
 
 static_assert(std::endian::native == std::endian::little, "four narrowed bytes are stored as one word");
 
-// The identity bound rounded down to a power of two, so one OR over the text tests it; 0 when
-// the transcoder promises nothing.
+// The identity bound rounded down to a power of two, so one OR over the text tests it (and no
+// more than 0x100: a byte holds no more); 0 when the transcoder promises nothing.
 inline wchar identity_mask_bound(void* transcoder) {
-    const std::uintptr_t bound = kernel::identity_bound(transcoder);
-    return bound ? static_cast<wchar>(std::bit_floor(std::min<std::uintptr_t>(bound, 0x80000000u))) : 0;
+    return static_cast<wchar>(std::bit_floor(std::min<std::uintptr_t>(kernel::identity_bound(transcoder), 0x100)));
 }
 
 // Four characters a step: the text is short (a field), the loop overhead is what costs.
@@ -41,23 +40,26 @@ inline status convert(void* transcoder, const wchar* text, std::int32_t count, u
                       std::int32_t room, std::int32_t* produced) {
     const wchar bound = identity_mask_bound(transcoder);
     if (bound && count >= 0 && room >= 0 && (dest || room == 0)) {
-        // Narrowed while the bound is tested: one pass for the common all-ASCII text.
+        // Narrowed four characters a step while the bound is tested; the first step that finds
+        // a character at or above it hands the whole text to the transcoder.
         const std::int32_t stored = std::min(count, room);
-        wchar seen = 0;
         std::int32_t i = 0;
         for (; i + 4 <= stored; i += 4) {
             const wchar a = text[i], b = text[i + 1], c = text[i + 2], d = text[i + 3];
-            seen |= a | b | c | d;
-            const std::uint32_t four = (a & 0xFF) | (b & 0xFF) << 8 | (c & 0xFF) << 16 | (d & 0xFF) << 24;
+            if ((a | b | c | d) >= bound) break;
+            const std::uint32_t four = a | b << 8 | c << 16 | d << 24;
             std::memcpy(dest + i, &four, 4);
         }
-        for (; i < stored; ++i) {
-            seen |= text[i];
-            dest[i] = static_cast<unsigned char>(text[i]);
-        }
-        if (seen < bound && all_below(text + stored, count - stored, bound)) {
-            *produced = stored;
-            return stored == count ? st::ok : st::does_not_fit;
+        if (i + 4 > stored) {
+            wchar seen = 0;
+            for (; i < stored; ++i) {
+                seen |= text[i];
+                dest[i] = static_cast<unsigned char>(text[i]);
+            }
+            if (seen < bound && all_below(text + stored, count - stored, bound)) {
+                *produced = stored;
+                return stored == count ? st::ok : st::does_not_fit;
+            }
         }
     }
     return kernel::convert(transcoder, text, count * static_cast<std::int32_t>(sizeof(wchar)), dest, room, produced);
