@@ -86,25 +86,26 @@ struct RowSpec {
     IcuStyle icu;
     FloorEntry floor;
     const char* strftime[3];   // en_US, de_DE, ja_JP
+    bool icu_bytes = false;    // also time ICU's text converted to UTF-8 (the peer of our _b)
 };
 
 const RowSpec rows[] = {
     {"NLDATE", U"NLDATE", nullptr, 20, 0, Input::days, IcuStyle::long_date,
      floor_entry<floor_long<Layout::en>, floor_long<Layout::de>, floor_long<Layout::ja>>(),
-     {"%B %-d, %Y", "%-d. %B %Y", "%Y年%-m月%-d日"}},
+     {"%B %-d, %Y", "%-d. %B %Y", "%Y年%-m月%-d日"}, true},
     {"NLDATEL", U"NLDATEL", nullptr, 18, 0, Input::days, IcuStyle::long_date,
      floor_entry<floor_long<Layout::en>, floor_long<Layout::de>, floor_long<Layout::ja>>(),
-     {"%B %-d, %Y", "%-d. %B %Y", "%Y年%-m月%-d日"}},
+     {"%B %-d, %Y", "%-d. %B %Y", "%Y年%-m月%-d日"}, true},
     {"NLDATEW", U"NLDATEW", nullptr, 40, 0, Input::days, IcuStyle::full_date,
      floor_entry<floor_full<Layout::en>, floor_full<Layout::de>, floor_full<Layout::ja>>(),
-     {"%A, %B %-d, %Y", "%A, %-d. %B %Y", "%Y年%-m月%-d日%A"}},
+     {"%A, %B %-d, %Y", "%A, %-d. %B %Y", "%Y年%-m月%-d日%A"}, true},
     {"NLDATES", U"NLDATES", nullptr, 10, 0, Input::days, IcuStyle::numeric_date,
      floor_entry<floor_numeric<Layout::en>, floor_numeric<Layout::de>, floor_numeric<Layout::ja>>(),
      {"%m/%d/%Y", "%d.%m.%Y", "%Y/%m/%d"}},
     {"NLDATM", U"NLDATM", nullptr, 30, 0, Input::datetimes, IcuStyle::medium_datetime,
      floor_entry<floor_medium_datetime<Layout::en>, floor_medium_datetime<Layout::de>,
                  floor_medium_datetime<Layout::ja>>(),
-     {"%b %-d, %Y, %-I:%M:%S %p", "%d.%m.%Y, %H:%M:%S", "%Y/%m/%d %-H:%M:%S"}},
+     {"%b %-d, %Y, %-I:%M:%S %p", "%d.%m.%Y, %H:%M:%S", "%Y/%m/%d %-H:%M:%S"}, true},
     {"NLTIME", U"NLTIME", nullptr, 20, 0, Input::times, IcuStyle::medium_time,
      floor_entry<floor_medium_time<Layout::en>, floor_medium_time<Layout::de>, floor_medium_time<Layout::ja>>(),
      {"%-I:%M:%S %p", "%H:%M:%S", "%-H:%M:%S"}},
@@ -388,6 +389,15 @@ void sweep_icu(benchmark::State& state, const IcuPeer& peer, double (*udate)(dou
     }
 }
 
+void sweep_icu_utf8(benchmark::State& state, const IcuPeer& peer, double (*udate)(double),
+                    const std::vector<double>& values) {
+    char out[512];
+    for (auto _ : state) {
+        for (const double x : values) benchmark::DoNotOptimize(peer.format_utf8(udate(x), out, sizeof out));
+        benchmark::ClobberMemory();
+    }
+}
+
 void sweep_strftime(benchmark::State& state, const StrftimePeer& peer, std::time_t (*unix_time)(double),
                     const std::vector<double>& values) {
     char out[256];
@@ -486,6 +496,10 @@ void register_all(Bench& bench) {
             register_benchmark(prefix + "icu", n, [&icu, udate, &values](benchmark::State& state) {
                 sweep_icu(state, icu, udate, values);
             });
+            if (spec.icu_bytes)
+                register_benchmark(prefix + "icu_b", n, [&icu, udate, &values](benchmark::State& state) {
+                    sweep_icu_utf8(state, icu, udate, values);
+                });
             if (rs.strftime) {
                 const StrftimePeer& peer = *rs.strftime;
                 const auto unix_time = unix_of[static_cast<int>(spec.input)];
@@ -550,17 +564,18 @@ private:
         std::snprintf(text, sizeof text, "%.1f", figure(name, *s));
         return text;
     }
-    // Peer time / our time.
-    std::optional<double> ratio(const std::string& prefix, const char* peer) const {
-        const auto us = seconds(prefix + "us"), other = seconds(prefix + peer);
+    // Peer time / our time (or any time / another).
+    std::optional<double> ratio(const std::string& prefix, const char* peer, const char* ours = "us") const {
+        const auto us = seconds(prefix + ours), other = seconds(prefix + peer);
         if (!us || !other) return std::nullopt;
         return *other / *us;
     }
-    std::string ratio_cell(const std::string& prefix, const char* peer) const {
-        const auto r = ratio(prefix, peer);
+    std::string ratio_cell(const std::string& prefix, const char* peer, const char* ours = "us",
+                           bool plain = false) const {
+        const auto r = ratio(prefix, peer, ours);
         if (!r) return "-";
         char text[32];
-        std::snprintf(text, sizeof text, *r >= 10 ? "%.0fx" : "%.2fx", *r);
+        std::snprintf(text, sizeof text, *r >= 10 && !plain ? "%.0fx" : "%.2fx", *r);
         return text;
     }
     static std::string percent(std::size_t same, std::size_t of) {
@@ -576,8 +591,9 @@ private:
                     "peer's text equals ours (floor: exactly, ICU for rows not built).\n",
                     bench_.values.days.size());
         if (!bench_.strftime_note.empty()) std::printf("%s\n", bench_.strftime_note.c_str());
-        std::printf("\n%-11s %-6s %8s %8s %9s %9s %7s %8s %8s %8s  %s\n", "operation", "locale", "us", "us_b", "ICU",
-                    "strftime", "floor", "ICU/us", "strf/us", "floor/us", "same ICU/strf/floor/_b");
+        std::printf("\n%-11s %-6s %8s %8s %6s %9s %9s %9s %7s %8s %8s %8s %9s  %s\n", "operation", "locale", "us", "us_b",
+                    "_b/us", "ICU", "ICU+UTF8", "strftime", "floor", "ICU/us", "strf/us", "floor/us", "ICU8/us_b",
+                    "same ICU/strf/floor/_b");
         for (std::size_t r = 0; r < std::size(rows); ++r) {
             for (const LocaleState& ls : bench_.locales) {
                 const RowState& rs = ls.rows[r];
@@ -588,11 +604,13 @@ private:
                                          percent(rs.floor_same, rs.sampled) + "/" +
                                          percent(rs.bytes_same, rs.built && rs.row && rs.row->byte_function ? rs.sampled : 0);
                 const std::string spec = std::string(rs.spec->name) + std::to_string(rs.spec->width) + ".";
-                std::printf("%-11s %-6s %8s %8s %9s %9s %7s %8s %8s %8s  %s\n", spec.c_str(), ls.spec->name,
+                std::printf("%-11s %-6s %8s %8s %6s %9s %9s %9s %7s %8s %8s %8s %9s  %s\n", spec.c_str(), ls.spec->name,
                             cell(prefix + "us", absent).c_str(), cell(prefix + "us_b", rs.built ? "-" : "").c_str(),
-                            cell(prefix + "icu").c_str(), cell(prefix + "strftime").c_str(), cell(prefix + "floor").c_str(),
-                            ratio_cell(prefix, "icu").c_str(), ratio_cell(prefix, "strftime").c_str(),
-                            ratio_cell(prefix, "floor").c_str(), same.c_str());
+                            ratio_cell(prefix, "us_b", "us", true).c_str(), cell(prefix + "icu").c_str(),
+                            cell(prefix + "icu_b").c_str(), cell(prefix + "strftime").c_str(),
+                            cell(prefix + "floor").c_str(), ratio_cell(prefix, "icu").c_str(),
+                            ratio_cell(prefix, "strftime").c_str(), ratio_cell(prefix, "floor").c_str(),
+                            ratio_cell(prefix, "icu_b", "us_b").c_str(), same.c_str());
             }
         }
         for (const char* what : {"base64 encode", "base64 decode"}) {
@@ -624,6 +642,18 @@ private:
             return;
         }
         std::printf("\nGoals\n");
+        // Byte output: every _b row within 1.25 times its wide row; NLDATE's _b 20 times ICU's
+        // text converted to UTF-8.
+        for (const RowSpec& spec : rows) {
+            for (const LocaleState& ls : bench_.locales) {
+                const std::string prefix = std::string(spec.name) + "/" + ls.spec->name + "/";
+                if (!seconds(prefix + "us_b")) continue;
+                const std::string label = std::string(spec.name) + " " + ls.spec->name;
+                goal(label + ": us_b / us", ratio(prefix, "us_b"), 1.25, false, "x");
+                if (spec.name == std::string_view("NLDATE"))
+                    goal(label + ": ICU+UTF-8 / us_b", ratio(prefix, "icu_b", "us_b"), 20, true, "x");
+            }
+        }
         for (const char* row : {"NLDATE", "NLDATEL", "NLDATEW", "NLDATM", "WEEKV"}) {
             for (const LocaleState& ls : bench_.locales) {
                 const std::string prefix = std::string(row) + "/" + ls.spec->name + "/";

@@ -105,6 +105,15 @@ public:
         UErrorCode error = U_ZERO_ERROR;
         return udat_format(format_, udate, out, capacity, nullptr, &error);
     }
+    // The same text in UTF-8, as a byte session gets it from ICU: udat_format, then u_strToUTF8.
+    std::int32_t format_utf8(double udate, char* out, std::int32_t capacity) const {
+        UChar text[128];
+        UErrorCode error = U_ZERO_ERROR;
+        const std::int32_t length = udat_format(format_, udate, text, 128, nullptr, &error);
+        std::int32_t bytes = 0;
+        u_strToUTF8(out, capacity, &bytes, text, length, &error);
+        return bytes;
+    }
     const UDateFormat* handle() const { return format_; }
 
 private:

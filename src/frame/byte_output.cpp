@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 #include "frame/kernel.h"
+#include "frame/session_bytes.h"
 
 namespace vxlocfmt {
 namespace {
@@ -24,12 +26,26 @@ void* scratch_pool(const FmtCall& call) {
 }
 
 // Converts `count` wide characters into `bytes` cells of the field.
-status convert_to(const FmtCall& call, const wchar* text, std::int32_t count, void* dest,
+status convert_to(const FmtCall& call, const wchar* text, std::int32_t count, unsigned char* dest,
                   std::int32_t bytes, std::int32_t* produced) {
     *produced = 0;
     if (!call.session_transcoder) return st::does_not_fit;
-    return kernel::convert(call.session_transcoder, text, count * static_cast<std::int32_t>(sizeof(wchar)),
-                           dest, bytes, produced);
+    return session_bytes::convert(call.session_transcoder, text, count, dest, bytes, produced);
+}
+
+// The call record copied in 16-byte pieces: a plain copy of its 344 bytes compiles to a string
+// move whose start-up costs more than the copy itself, on every `_b` call.
+template <std::size_t... piece>
+void copy_pieces(unsigned char* to, const unsigned char* from, std::index_sequence<piece...>) {
+    (std::memcpy(to + piece * 16, from + piece * 16, 16), ...);
+}
+void copy_record(FmtCall& to, const FmtCall& from) {
+    constexpr std::size_t pieces = sizeof(FmtCall) / 16;
+    constexpr std::size_t tail = sizeof(FmtCall) % 16;
+    auto* t = reinterpret_cast<unsigned char*>(&to);
+    const auto* f = reinterpret_cast<const unsigned char*>(&from);
+    copy_pieces(t, f, std::make_index_sequence<pieces>());
+    std::memcpy(t + pieces * 16, f + pieces * 16, tail);
 }
 
 }  // namespace
@@ -60,7 +76,8 @@ VX_EXPORT status vxfmtnlbyte(FmtCall* call, FmtCall* out, void* extra, int align
         cells = wanted;
     }
 
-    FmtCall wide = *call;
+    FmtCall wide;
+    copy_record(wide, *call);
     wide.output = scratch;
     wide.capacity = cells;
     wide.produced = 0;  // byte mode stays as the caller set it: formats then pick what fits in bytes

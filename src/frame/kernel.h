@@ -40,6 +40,11 @@ inline constexpr std::size_t journal_status_slot = 7;
 // Any kernel object made by the factory or the locale service.
 inline constexpr std::size_t object_release_slot = 2;
 inline constexpr std::size_t object_convert_slot = 4;
+// Session transcoder (wide text to the session encoding): what it offers beyond converting.
+// Both may be null (0): the library then converts into a scratch buffer to measure, and converts
+// every text through the convert slot.
+inline constexpr std::size_t transcoder_measure_slot = 5;   // sixth: convert's answer, no bytes
+inline constexpr std::size_t transcoder_word_identity = 6;  // seventh word: the identity bound
 // Locale object (the call's number-format service).
 inline constexpr std::size_t locale_number_format_slot = 39;
 inline constexpr std::size_t locale_text_to_integer_slot = 51;
@@ -91,6 +96,10 @@ using to_buf_fn = status (*)(void* object, std::uint64_t what, wchar* buffer, st
 // produced. Stops at the last whole character that fits and answers does_not_fit.
 using convert_fn = status (*)(void* object, const void* source, std::int32_t length, void* dest,
                               std::int32_t capacity, std::int32_t* produced, std::int64_t zero);
+// Answers what convert would answer with `limit` as its capacity, and the bytes it would produce,
+// without writing anything.
+using measure_fn = status (*)(void* object, const void* source, std::int32_t length, std::int32_t limit,
+                              std::int32_t* needed, std::int64_t zero);
 using locale_data_fn = status (*)(void* locale, std::int64_t zero, const unsigned char** block);
 // The number formatter: plain rendering of a value in wide characters.
 using number_format_fn = status (*)(void* locale, double value, std::int32_t width,
@@ -126,6 +135,13 @@ inline status convert(void* object, const void* source, std::int32_t length, voi
                       std::int32_t capacity, std::int32_t* produced) {
     return slot<convert_fn>(object, object_convert_slot)(object, source, length, dest, capacity,
                                                          produced, 0);
+}
+// Null when the transcoder does not measure.
+inline measure_fn measure_slot(void* transcoder) { return slot<measure_fn>(transcoder, transcoder_measure_slot); }
+// A text made only of code points below this bound converts to one byte per character, the byte
+// being the code point itself; 0 when the transcoder promises nothing.
+inline std::uintptr_t identity_bound(void* transcoder) {
+    return reinterpret_cast<std::uintptr_t>(word(transcoder, transcoder_word_identity));
 }
 inline status locale_data(void* locale, const unsigned char** block) {
     return slot<locale_data_fn>(locale, locale_data_block_slot)(locale, 0, block);

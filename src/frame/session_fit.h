@@ -1,7 +1,9 @@
 /*
  * The byte-mode test of the NL formats: a wide text fits the field only if its conversion to the
  * session encoding fits the width in bytes. Any answer of the transcoder but success (too small,
- * a character the encoding cannot hold, no transcoder) counts as not fitting.
+ * a character the encoding cannot hold, no transcoder) counts as not fitting. Nothing is
+ * converted: a text below the transcoder's identity bound needs one byte a character, any other
+ * is measured by the transcoder (converted into a scratch buffer when it does not measure).
  *
  *   if (call.byte_mode && !fits_session_encoding(call, text, call.width)) try_next_candidate();
  */
@@ -13,19 +15,37 @@
 
 #include "frame/abi.h"
 #include "frame/kernel.h"
+#include "frame/session_bytes.h"
 
 namespace vxlocfmt {
 
 // Session bytes a test may need: 2048 characters (the longest working text) at 4 bytes each.
 inline constexpr std::int32_t session_fit_bytes = 4 * 2048;
 
-inline bool fits_session_encoding(const FmtCall& call, std::u32string_view text, std::int32_t byte_width) {
-    if (!call.session_transcoder) return false;
+namespace detail {
+// A transcoder that does not measure: convert into the stack and look at the answer.
+[[gnu::noinline]] inline status measure_by_converting(void* transcoder, const wchar* text, std::int32_t length,
+                                                      std::int32_t limit) {
     unsigned char bytes[session_fit_bytes];
-    const auto length = static_cast<std::int32_t>(std::min<std::size_t>(text.size(), session_fit_bytes / 4));
     std::int32_t produced = 0;
-    return kernel::convert(call.session_transcoder, text.data(), length * static_cast<std::int32_t>(sizeof(wchar)),
-                           bytes, std::clamp(byte_width, 0, session_fit_bytes), &produced) == st::ok;
+    return kernel::convert(transcoder, text, length * static_cast<std::int32_t>(sizeof(wchar)), bytes, limit,
+                           &produced);
+}
+}  // namespace detail
+
+inline bool fits_session_encoding(const FmtCall& call, std::u32string_view text, std::int32_t byte_width) {
+    void* transcoder = call.session_transcoder;
+    if (!transcoder) return false;
+    const auto length = static_cast<std::int32_t>(std::min<std::size_t>(text.size(), session_fit_bytes / 4));
+    const std::int32_t limit = std::clamp(byte_width, 0, session_fit_bytes);
+    const wchar bound = session_bytes::identity_mask_bound(transcoder);
+    if (bound && session_bytes::all_below(text.data(), length, bound)) return length <= limit;
+    if (const kernel::measure_fn measure = kernel::measure_slot(transcoder)) {
+        std::int32_t needed = 0;
+        return measure(transcoder, text.data(), length * static_cast<std::int32_t>(sizeof(wchar)), limit, &needed,
+                       0) == st::ok;
+    }
+    return detail::measure_by_converting(transcoder, text.data(), length, limit) == st::ok;
 }
 
 }  // namespace vxlocfmt

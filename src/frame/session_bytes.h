@@ -1,0 +1,68 @@
+/*
+ * Wide text into the session encoding, through the session transcoder's operations only. A text
+ * made only of characters below the transcoder's identity bound is narrowed here, one byte a
+ * character, with the answer the transcoder would give; anything else is the transcoder's.
+ *
+ *   std::int32_t produced = 0;
+ *   status s = session_bytes::convert(call.session_transcoder, text, count, bytes, width, &produced);
+ */
+#pragma once
+
+#include <algorithm>
+#include <bit>
+#include <cstdint>
+#include <cstring>
+
+#include "frame/abi.h"
+#include "frame/kernel.h"
+
+namespace vxlocfmt::session_bytes {
+
+static_assert(std::endian::native == std::endian::little, "four narrowed bytes are stored as one word");
+
+// The identity bound rounded down to a power of two, so one OR over the text tests it (and no
+// more than 0x100: a byte holds no more); 0 when the transcoder promises nothing.
+inline wchar identity_mask_bound(void* transcoder) {
+    return static_cast<wchar>(std::bit_floor(std::min<std::uintptr_t>(kernel::identity_bound(transcoder), 0x100)));
+}
+
+// Four characters a step: the text is short (a field), the loop overhead is what costs.
+inline bool all_below(const wchar* text, std::int32_t count, wchar bound) {
+    wchar seen = 0;
+    std::int32_t i = 0;
+    for (; i + 4 <= count; i += 4) seen |= text[i] | text[i + 1] | text[i + 2] | text[i + 3];
+    for (; i < count; ++i) seen |= text[i];
+    return seen < bound;
+}
+
+// As the transcoder's convert: `count` wide characters into at most `room` bytes.
+inline status convert(void* transcoder, const wchar* text, std::int32_t count, unsigned char* dest,
+                      std::int32_t room, std::int32_t* produced) {
+    const wchar bound = identity_mask_bound(transcoder);
+    if (bound && count >= 0 && room >= 0 && (dest || room == 0)) {
+        // Narrowed four characters a step while the bound is tested; the first step that finds
+        // a character at or above it hands the whole text to the transcoder.
+        const std::int32_t stored = std::min(count, room);
+        std::int32_t i = 0;
+        for (; i + 4 <= stored; i += 4) {
+            const wchar a = text[i], b = text[i + 1], c = text[i + 2], d = text[i + 3];
+            if ((a | b | c | d) >= bound) break;
+            const std::uint32_t four = a | b << 8 | c << 16 | d << 24;
+            std::memcpy(dest + i, &four, 4);
+        }
+        if (i + 4 > stored) {
+            wchar seen = 0;
+            for (; i < stored; ++i) {
+                seen |= text[i];
+                dest[i] = static_cast<unsigned char>(text[i]);
+            }
+            if (seen < bound && all_below(text + stored, count - stored, bound)) {
+                *produced = stored;
+                return stored == count ? st::ok : st::does_not_fit;
+            }
+        }
+    }
+    return kernel::convert(transcoder, text, count * static_cast<std::int32_t>(sizeof(wchar)), dest, room, produced);
+}
+
+}  // namespace vxlocfmt::session_bytes
