@@ -30,9 +30,6 @@ std::string row_name(const FuncInfo& row) {
     return vxhost::to_utf8(name);
 }
 
-std::unique_ptr<vxhost::Library> load(const Arguments& args) {
-    return std::make_unique<vxhost::Library>(args.library.empty() ? vxhost::default_library_path() : args.library);
-}
 
 std::unique_ptr<vxhost::Session> open_session(const vxhost::Library& library, const Arguments& args) {
     if (vxhost::canonical_locale(args.locale).empty()) throw UsageError("unknown locale " + args.locale);
@@ -155,7 +152,7 @@ Call prepare(const Arguments& args, std::uint32_t kind) {
     Spec spec = parse_spec(args.operands[0]);
     if (kind == vxlocfmt::row_kind_informat && spec.name.front() != '@') spec.name = "@" + spec.name;
     Call call;
-    call.library = load(args);
+    call.library = load_library(args);
     call.row = &find_row(*call.library, spec.name, kind, args.operands[0]);
     call.session = open_session(*call.library, args);
     call.width = spec.width.value_or(static_cast<int>(call.row->default_width));
@@ -208,7 +205,7 @@ int list_command(const Arguments& args) {
         return 0;
     }
     if (what != "formats" && what != "informats") throw UsageError("cannot list '" + what + "'");
-    auto library = load(args);
+    auto library = load_library(args);
     const std::uint32_t kind = what == "formats" ? vxlocfmt::row_kind_format : vxlocfmt::row_kind_informat;
     for (const FuncInfo* row = library->registry(); row->function; ++row) {
         if (row->kind != kind) continue;
@@ -219,6 +216,10 @@ int list_command(const Arguments& args) {
 }
 
 }  // namespace
+
+std::unique_ptr<vxhost::Library> load_library(const Arguments& args) {
+    return args.library.empty() ? std::make_unique<vxhost::Library>() : std::make_unique<vxhost::Library>(args.library);
+}
 
 int run_command(const Arguments& args) {
     if (args.command == "format") return format_command(args);

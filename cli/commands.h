@@ -6,9 +6,15 @@
  */
 #pragma once
 
+#include <memory>
+
 #include "arguments.h"
+#include "library.h"
 
 namespace vxcli {
+
+// The extension named by --library, else the host's default search (vxhost::library_candidates).
+std::unique_ptr<vxhost::Library> load_library(const Arguments& args);
 
 int run_command(const Arguments& args);
 

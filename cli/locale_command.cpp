@@ -5,6 +5,7 @@
 #include <string>
 
 #include "frame/abi.h"
+#include "commands.h"
 #include "library.h"
 #include "locale/property_table.h"
 #include "locale_data.h"
@@ -58,7 +59,8 @@ void append_conventions(Output& out, std::size_t key, const vxlocfmt::NumberConv
     std::string grouping;
     for (std::int32_t g : c.grouping) {
         if (!g) break;
-        grouping += (grouping.empty() ? "" : ";") + std::to_string(g);
+        if (!grouping.empty()) grouping += ';';
+        grouping += std::to_string(g);  // appended apart: ";" + temporary trips GCC 12's -Wrestrict
     }
     out.append("\tgrouping=" + grouping);
     append_field(out, "positive_sign", field(c.positive_sign));
@@ -81,7 +83,8 @@ int locale_command(const Arguments& args) {
     if (vxhost::canonical_locale(name).empty()) throw UsageError("unknown locale " + name);
     if (!args.encoding.empty() && vxhost::Transcoder::canonical_name(args.encoding).empty())
         throw UsageError("unknown encoding " + args.encoding);
-    const vxhost::Library library(args.library.empty() ? vxhost::default_library_path() : args.library);
+    const std::unique_ptr<vxhost::Library> loaded = load_library(args);
+    const vxhost::Library& library = *loaded;
     vxhost::SessionOptions options;
     options.locale = name;
     options.encoding = args.encoding;
