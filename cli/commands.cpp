@@ -1,7 +1,8 @@
 #include "commands.h"
 
-#include <cstdio>
 #include <algorithm>
+#include <cmath>
+#include <cstdio>
 #include <cstring>
 #include <iterator>
 #include <memory>
@@ -9,10 +10,13 @@
 #include <string>
 
 #include "library.h"
+#include "help_command.h"
 #include "locale_command.h"
+#include "bulk_input.h"
 #include "locale_data.h"
 #include "output.h"
 #include "session.h"
+#include "spec_limits.h"
 #include "text_convert.h"
 #include "transcoder.h"
 #include "values.h"
@@ -24,15 +28,7 @@ using vxlocfmt::FuncInfo;
 
 std::u32string widen(const std::string& s) { return std::u32string(s.begin(), s.end()); }
 
-std::string row_name(const FuncInfo& row) {
-    std::u32string_view name(row.name, vxlocfmt::registry_name_length);
-    while (!name.empty() && name.back() == U' ') name.remove_suffix(1);
-    return vxhost::to_utf8(name);
-}
-
-
 std::unique_ptr<vxhost::Session> open_session(const vxhost::Library& library, const Arguments& args) {
-    if (vxhost::canonical_locale(args.locale).empty()) throw UsageError("unknown locale " + args.locale);
     if (!args.encoding.empty() && vxhost::Transcoder::canonical_name(args.encoding).empty())
         throw UsageError("unknown encoding " + args.encoding);
     vxhost::SessionOptions options;
@@ -55,35 +51,6 @@ void append_status(Output& out, const Arguments& args, vxlocfmt::status code) {
     char text[16];
     std::snprintf(text, sizeof text, "\t0x%08x", code);
     out.append(text);
-}
-
-// Feeds each operand, or each line of stdin when there are none, to `each`.
-template <class Each>
-void for_each_input(const Arguments& args, Each each) {
-    if (args.operands.size() > 1) {
-        for (std::size_t i = 1; i < args.operands.size(); ++i) each(std::string_view(args.operands[i]), i);
-        return;
-    }
-    static char buffer[1 << 16];
-    std::string pending;
-    std::size_t line = 0;
-    std::size_t n;
-    while ((n = std::fread(buffer, 1, sizeof buffer, stdin)) > 0) {
-        std::string_view chunk(buffer, n);
-        std::size_t start = 0;
-        for (std::size_t nl; (nl = chunk.find('\n', start)) != std::string_view::npos; start = nl + 1) {
-            std::string_view piece = chunk.substr(start, nl - start);
-            if (!pending.empty()) {
-                pending.append(piece);
-                each(std::string_view(pending), ++line);
-                pending.clear();
-            } else {
-                each(piece, ++line);
-            }
-        }
-        pending.append(chunk.substr(start));
-    }
-    if (!pending.empty()) each(std::string_view(pending), ++line);
 }
 
 // Classic clock formats the CLI offers by name; they have no registry rows.
@@ -137,12 +104,30 @@ struct Call {
     int width;
     int decimals;
     bool any_failed = false;
+    std::size_t unreadable = 0;  // --keep-going: lines given the missing value
+    std::string first_unreadable;
 
     void finish(Output& out, const Arguments& args, vxlocfmt::status code) {
         append_status(out, args, code);
         out.newline();
         note_not_implemented(code, *row);
         any_failed |= code != 0;
+    }
+    // A text that is no value: a usage error (exit 2), or with --keep-going counted for the end.
+    void unreadable_input(Output& out, const Arguments& args, std::string_view text, std::size_t index) {
+        const std::string where = args.operands.size() > 1 ? "" : "line " + std::to_string(index) + ": ";
+        const std::string what = text.empty() ? where + "empty line" : where + "unreadable value '" + excerpt(text) + "'";
+        if (!args.keep_going) {
+            out.flush();
+            throw UsageError(what);
+        }
+        if (unreadable++ == 0) first_unreadable = what;
+    }
+    int exit_status() const {
+        if (unreadable)
+            std::fprintf(stderr, "vxlocfmt: %zu input%s could not be read, given the missing value (first: %s)\n",
+                         unreadable, unreadable == 1 ? "" : "s", first_unreadable.c_str());
+        return report_journals(*library, any_failed || unreadable ? 1 : 0);
     }
 };
 
@@ -154,21 +139,21 @@ Call prepare(const Arguments& args, std::uint32_t kind) {
     Call call;
     call.library = load_library(args);
     call.row = &find_row(*call.library, spec.name, kind, args.operands[0]);
+    const Layout layout = resolve_layout(spec, *call.row, args.check);
     call.session = open_session(*call.library, args);
-    call.width = spec.width.value_or(static_cast<int>(call.row->default_width));
-    call.decimals = spec.decimals.value_or(spec.width ? 0 : static_cast<int>(call.row->default_decimals));
+    call.width = layout.width;
+    call.decimals = layout.decimals;
     return call;
 }
 
 int format_command(const Arguments& args) {
     Call call = prepare(args, vxlocfmt::row_kind_format);
     Output out;
-    for_each_input(args, [&](std::string_view text, std::size_t index) {
-        const auto value = parse_value(text);
+    for_each_input(args, out, [&](std::string_view text, std::size_t index) {
+        auto value = parse_value(text);
         if (!value) {
-            out.flush();
-            throw UsageError((args.operands.size() > 1 ? "" : "line " + std::to_string(index) + ": ") +
-                             "unreadable value '" + std::string(text) + "'");
+            call.unreadable_input(out, args, text, index);
+            value = missing_value(2);
         }
         const vxhost::FormatResult result = call.session->format(*call.row, call.width, call.decimals, *value);
         if (call.session->byte_output()) out.append(result.bytes);
@@ -176,21 +161,22 @@ int format_command(const Arguments& args) {
         call.finish(out, args, result.code);
     });
     out.flush();
-    return report_journals(*call.library, call.any_failed ? 1 : 0);
+    return call.exit_status();
 }
 
 int read_command(const Arguments& args) {
     Call call = prepare(args, vxlocfmt::row_kind_informat);
     Output out;
-    for_each_input(args, [&](std::string_view text, std::size_t) {
+    for_each_input(args, out, [&](std::string_view text, std::size_t) {
         if (!text.empty() && text.back() == '\r') text.remove_suffix(1);
         const std::u32string wide = vxhost::from_utf8(text);
         const vxhost::ReadResult result = call.session->read(*call.row, call.width, call.decimals, wide);
-        append_value_text(out.raw(), result.value);
+        // A read that failed shows the missing value, whatever the informat left behind.
+        append_value_text(out.raw(), result.code == 0 || std::isnan(result.value) ? result.value : missing_value(2));
         call.finish(out, args, result.code);
     });
     out.flush();
-    return report_journals(*call.library, call.any_failed ? 1 : 0);
+    return call.exit_status();
 }
 
 int list_command(const Arguments& args) {
@@ -217,6 +203,15 @@ int list_command(const Arguments& args) {
 
 }  // namespace
 
+const FuncInfo& find_spec_row(const vxhost::Library& library, const std::string& name, std::uint32_t kind,
+                              const std::string& spec_text) {
+    return find_row(library, name, kind, spec_text);
+}
+
+std::unique_ptr<vxhost::Session> open_call_session(const vxhost::Library& library, const Arguments& args) {
+    return open_session(library, args);
+}
+
 std::unique_ptr<vxhost::Library> load_library(const Arguments& args) {
     return args.library.empty() ? std::make_unique<vxhost::Library>() : std::make_unique<vxhost::Library>(args.library);
 }
@@ -226,6 +221,7 @@ int run_command(const Arguments& args) {
     if (args.command == "read") return read_command(args);
     if (args.command == "list") return list_command(args);
     if (args.command == "locale") return locale_command(args);
+    if (args.command == "help") return help_command(args);
     throw UsageError("unknown command '" + args.command + "'");
 }
 

@@ -9,7 +9,9 @@
 #include "library.h"
 #include "locale/property_table.h"
 #include "locale_data.h"
+#include "locale_names.h"
 #include "output.h"
+#include "property_labels.h"
 #include "session.h"
 #include "transcoder.h"
 
@@ -79,8 +81,7 @@ void append_conventions(Output& out, std::size_t key, const vxlocfmt::NumberConv
 
 int locale_command(const Arguments& args) {
     if (args.operands.size() != 1) throw UsageError("locale takes one NAME");
-    const std::string& name = args.operands[0];
-    if (vxhost::canonical_locale(name).empty()) throw UsageError("unknown locale " + name);
+    const std::string name = resolve_locale(args.operands[0]);
     if (!args.encoding.empty() && vxhost::Transcoder::canonical_name(args.encoding).empty())
         throw UsageError("unknown encoding " + args.encoding);
     const std::unique_ptr<vxhost::Library> loaded = load_library(args);
@@ -91,17 +92,20 @@ int locale_command(const Arguments& args) {
     vxhost::Session session(library, options);
 
     // The first NL call on the session's warm call record builds the table, as in any session.
+    // Only the table matters: the month name itself may not fit its field in the session
+    // encoding (Hebrew in UTF-8 takes two bytes a letter), so the call's own status does not.
     const vxlocfmt::FuncInfo* row = library.find(U"NLSTRMON");
-    const vxlocfmt::status code = row ? session.format(*row, 20, 0, 1).code : vxlocfmt::st::not_implemented;
+    const vxlocfmt::status code =
+        row ? session.format(*row, static_cast<int>(row->max_width), 0, 1).code : vxlocfmt::st::not_implemented;
     vxlocfmt::FmtCall& call = session.call();
-    if (code != vxlocfmt::st::ok || !call.property_cache) {
+    if (!call.property_cache) {
         std::fprintf(stderr, "vxlocfmt: the property table of %s was not built: 0x%08x\n", name.c_str(), code);
         return 1;
     }
     Output out;
     const vxlocfmt::PropertyCache& cache = *call.property_cache;
     for (const vxlocfmt::Property& p : cache.properties) {
-        out.append(std::to_string(p.number) + "\t" + std::to_string(p.width) + "\t");
+        out.append(std::to_string(p.number) + "\t" + property_label(p.number) + "\t" + std::to_string(p.width) + "\t");
         append_text(out, {p.value, static_cast<std::size_t>(p.length)});
         out.newline();
     }
