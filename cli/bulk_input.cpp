@@ -62,10 +62,10 @@ bool LineReader::next(std::string_view& line) {
 }
 
 std::string excerpt(std::string_view text) {
-    if (text.size() <= excerpt_bytes) return std::string(text);
+    if (text.size() <= excerpt_bytes) return "'" + std::string(text) + "'";
     std::size_t cut = excerpt_bytes;
     while (cut > 0 && (static_cast<unsigned char>(text[cut]) & 0xC0) == 0x80) --cut;  // not inside a character
-    return std::string(text.substr(0, cut)) + "...' (" + std::to_string(text.size()) + " bytes";
+    return "'" + std::string(text.substr(0, cut)) + "...' (" + std::to_string(text.size()) + " bytes)";
 }
 
 }  // namespace vxcli

@@ -33,8 +33,8 @@ private:
     bool ended_ = false;
 };
 
-// A short quote of an offending text: at most 40 bytes, cut between characters, with its length
-// when it was cut.
+// An offending text quoted for a message: 'text', or its first 40 bytes (cut between characters)
+// as 'text...' (N bytes).
 std::string excerpt(std::string_view text);
 
 template <class Each>

@@ -116,7 +116,7 @@ struct Call {
     // A text that is no value: a usage error (exit 2), or with --keep-going counted for the end.
     void unreadable_input(Output& out, const Arguments& args, std::string_view text, std::size_t index) {
         const std::string where = args.operands.size() > 1 ? "" : "line " + std::to_string(index) + ": ";
-        const std::string what = text.empty() ? where + "empty line" : where + "unreadable value '" + excerpt(text) + "'";
+        const std::string what = text.empty() ? where + "empty line" : where + "unreadable value " + excerpt(text);
         if (!args.keep_going) {
             out.flush();
             throw UsageError(what);
@@ -156,8 +156,10 @@ int format_command(const Arguments& args) {
             value = missing_value(2);
         }
         const vxhost::FormatResult result = call.session->format(*call.row, call.width, call.decimals, *value);
-        if (call.session->byte_output()) out.append(result.bytes);
-        else out.append_utf8(result.text);
+        // Refused limits (--check) leave the field unwritten though the produced length is set.
+        const bool refused = result.code >= vxlocfmt::st::width_too_small && result.code <= vxlocfmt::st::decimals_too_large;
+        if (!refused && call.session->byte_output()) out.append(result.bytes);
+        else if (!refused) out.append_utf8(result.text);
         call.finish(out, args, result.code);
     });
     out.flush();
