@@ -3,11 +3,18 @@
 #include <cctype>
 #include <charconv>
 
+#include "locale_names.h"
+
 namespace vxcli {
 namespace {
 
+// "-5", "-.5", "-inf", "-nan": values, not options.
 bool looks_like_value(const std::string& arg) {
-    return arg.size() > 1 && arg[0] == '-' && (std::isdigit(static_cast<unsigned char>(arg[1])) || arg[1] == '.');
+    if (arg.size() < 2 || arg[0] != '-') return false;
+    if (std::isdigit(static_cast<unsigned char>(arg[1])) || arg[1] == '.') return true;
+    std::string word;
+    for (std::size_t i = 1; i < arg.size(); ++i) word += static_cast<char>(std::tolower(static_cast<unsigned char>(arg[i])));
+    return word == "inf" || word == "infinity" || word == "nan";
 }
 
 long long parse_integer(const std::string& option, const std::string& text) {
@@ -45,7 +52,10 @@ Arguments parse_arguments(int argc, char** argv) {
             if (i + 1 >= argc) throw UsageError("option " + arg + " needs a value");
             return argv[++i];
         };
-        if (arg == "-l" || arg == "--locale") args.locale = take();
+        if (arg == "-l" || arg == "--locale") {
+            args.locale = take();
+            if (args.locale.empty()) throw UsageError("option " + arg + " needs a locale name");
+        }
         else if (arg == "--encoding") args.encoding = take();
         else if (arg == "--yearcutoff") args.year_cutoff = parse_integer(arg, take());
         else if (arg == "--tz") args.time_zone = take();
@@ -54,9 +64,12 @@ Arguments parse_arguments(int argc, char** argv) {
         else if (arg == "--status") args.status = true;
         else if (arg == "--explain") args.explain = true;
         else if (arg == "--as") args.as = take();
+        else if (arg == "--keep-going") args.keep_going = true;
         else if (arg == "-h" || arg == "--help") args.help = true;
+        else if (arg == "--version") args.version = true;
         else throw UsageError("unknown option " + arg);
     }
+    args.locale = args.locale.empty() ? environment_locale() : resolve_locale(args.locale);
     return args;
 }
 

@@ -21,7 +21,7 @@ struct UsageError : std::runtime_error {
 struct Arguments {
     std::string command;
     std::vector<std::string> operands;
-    std::string locale = "en_US";
+    std::string locale;  // the host's id: -l resolved, else the environment's (locale_names.h)
     std::string encoding;
     std::optional<long long> year_cutoff;
     std::optional<std::string> time_zone;
@@ -31,6 +31,8 @@ struct Arguments {
     bool help = false;
     bool explain = false;  // read with a template: append the row that read the text
     std::string as;        // read ANYDATE: "date" or "time" for the driver's views
+    bool version = false;
+    bool keep_going = false;  // bulk mode: an unreadable line gives the missing value, exit 1 at the end
 };
 
 Arguments parse_arguments(int argc, char** argv);

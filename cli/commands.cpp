@@ -1,7 +1,8 @@
 #include "commands.h"
 
-#include <cstdio>
 #include <algorithm>
+#include <cmath>
+#include <cstdio>
 #include <cstring>
 #include <iterator>
 #include <memory>
@@ -11,11 +12,14 @@
 #include "classic_informats.h"
 #include "classic_routines.h"
 #include "library.h"
+#include "help_command.h"
 #include "locale_command.h"
+#include "bulk_input.h"
 #include "locale_data.h"
 #include "output.h"
 #include "session.h"
 #include "template_command.h"
+#include "spec_limits.h"
 #include "text_convert.h"
 #include "transcoder.h"
 #include "values.h"
@@ -27,18 +31,7 @@ using vxlocfmt::FuncInfo;
 
 std::u32string widen(const std::string& s) { return std::u32string(s.begin(), s.end()); }
 
-std::string row_name(const FuncInfo& row) {
-    std::u32string_view name(row.name, vxlocfmt::registry_name_length);
-    while (!name.empty() && name.back() == U' ') name.remove_suffix(1);
-    return vxhost::to_utf8(name);
-}
-
-std::unique_ptr<vxhost::Library> load(const Arguments& args) {
-    return std::make_unique<vxhost::Library>(args.library.empty() ? vxhost::default_library_path() : args.library);
-}
-
 std::unique_ptr<vxhost::Session> open_session(const vxhost::Library& library, const Arguments& args) {
-    if (vxhost::canonical_locale(args.locale).empty()) throw UsageError("unknown locale " + args.locale);
     if (!args.encoding.empty() && vxhost::Transcoder::canonical_name(args.encoding).empty())
         throw UsageError("unknown encoding " + args.encoding);
     vxhost::SessionOptions options;
@@ -63,33 +56,6 @@ void append_status(Output& out, const Arguments& args, vxlocfmt::status code) {
     out.append(text);
 }
 
-// Feeds each operand, or each line of stdin when there are none, to `each`.
-template <class Each>
-void for_each_input(const Arguments& args, Each each) {
-    if (args.operands.size() > 1) {
-        for (std::size_t i = 1; i < args.operands.size(); ++i) each(std::string_view(args.operands[i]), i);
-        return;
-    }
-    static char buffer[1 << 16];
-    std::string pending;
-    std::size_t line = 0;
-    std::size_t n;
-    while ((n = std::fread(buffer, 1, sizeof buffer, stdin)) > 0) {
-        std::string_view chunk(buffer, n);
-        std::size_t start = 0;
-        for (std::size_t nl; (nl = chunk.find('\n', start)) != std::string_view::npos; start = nl + 1) {
-            std::string_view piece = chunk.substr(start, nl - start);
-            if (!pending.empty()) {
-                pending.append(piece);
-                each(std::string_view(pending), ++line);
-                pending.clear();
-            } else {
-                each(piece, ++line);
-            }
-        }
-        pending.append(chunk.substr(start));
-    }
-    if (!pending.empty()) each(std::string_view(pending), ++line);
 }
 
 const FuncInfo& find_row(const vxhost::Library& library, const std::string& name, std::uint32_t kind,
@@ -119,12 +85,30 @@ struct Call {
     int width;
     int decimals;
     bool any_failed = false;
+    std::size_t unreadable = 0;  // --keep-going: lines given the missing value
+    std::string first_unreadable;
 
     void finish(Output& out, const Arguments& args, vxlocfmt::status code) {
         append_status(out, args, code);
         out.newline();
         note_not_implemented(code, *row);
         any_failed |= code != 0;
+    }
+    // A text that is no value: a usage error (exit 2), or with --keep-going counted for the end.
+    void unreadable_input(Output& out, const Arguments& args, std::string_view text, std::size_t index) {
+        const std::string where = args.operands.size() > 1 ? "" : "line " + std::to_string(index) + ": ";
+        const std::string what = text.empty() ? where + "empty line" : where + "unreadable value " + excerpt(text);
+        if (!args.keep_going) {
+            out.flush();
+            throw UsageError(what);
+        }
+        if (unreadable++ == 0) first_unreadable = what;
+    }
+    int exit_status() const {
+        if (unreadable)
+            std::fprintf(stderr, "vxlocfmt: %zu input%s could not be read, given the missing value (first: %s)\n",
+                         unreadable, unreadable == 1 ? "" : "s", first_unreadable.c_str());
+        return report_journals(*library, any_failed || unreadable ? 1 : 0);
     }
 };
 
@@ -134,42 +118,44 @@ Call prepare(const Arguments& args, std::uint32_t kind) {
     Spec spec = parse_spec(args.operands[0]);
     if (kind == vxlocfmt::row_kind_informat && spec.name.front() != '@') spec.name = "@" + spec.name;
     Call call;
-    call.library = load(args);
+    call.library = load_library(args);
     call.row = &find_row(*call.library, spec.name, kind, args.operands[0]);
+    const Layout layout = resolve_layout(spec, *call.row, args.check);
     call.session = open_session(*call.library, args);
-    call.width = spec.width.value_or(static_cast<int>(call.row->default_width));
-    call.decimals = spec.decimals.value_or(spec.width ? 0 : static_cast<int>(call.row->default_decimals));
+    call.width = layout.width;
+    call.decimals = layout.decimals;
     return call;
 }
 
 int format_command(const Arguments& args) {
     Call call = prepare(args, vxlocfmt::row_kind_format);
     Output out;
-    for_each_input(args, [&](std::string_view text, std::size_t index) {
-        const auto value = parse_value(text);
+    for_each_input(args, out, [&](std::string_view text, std::size_t index) {
+        auto value = parse_value(text);
         if (!value) {
-            out.flush();
-            throw UsageError((args.operands.size() > 1 ? "" : "line " + std::to_string(index) + ": ") +
-                             "unreadable value '" + std::string(text) + "'");
+            call.unreadable_input(out, args, text, index);
+            value = missing_value(2);
         }
         const vxhost::FormatResult result = call.session->format(*call.row, call.width, call.decimals, *value);
-        if (call.session->byte_output()) out.append(result.bytes);
-        else out.append_utf8(result.text);
+        // Refused limits (--check) leave the field unwritten though the produced length is set.
+        const bool refused = result.code >= vxlocfmt::st::width_too_small && result.code <= vxlocfmt::st::decimals_too_large;
+        if (!refused && call.session->byte_output()) out.append(result.bytes);
+        else if (!refused) out.append_utf8(result.text);
         call.finish(out, args, result.code);
     });
     out.flush();
-    return report_journals(*call.library, call.any_failed ? 1 : 0);
+    return call.exit_status();
 }
 
 // A classic informat (no registry row): without a width, each text is read at its own length.
 int read_classic_command(const Arguments& args, const Spec& spec, const ClassicInformat& informat) {
-    auto library = load(args);
+    auto library = load_library(args);
     const auto function = reinterpret_cast<vxlocfmt::format_fn>(library->symbol(informat.symbol));
     if (!function) throw UsageError("unknown informat '" + args.operands[0] + "'");
     auto session = open_session(*library, args);
     Output out;
     bool any_failed = false;
-    for_each_input(args, [&](std::string_view text, std::size_t) {
+    for_each_input(args, out, [&](std::string_view text, std::size_t) {
         if (!text.empty() && text.back() == '\r') text.remove_suffix(1);
         const std::u32string wide = vxhost::from_utf8(text);
         const int width = spec.width.value_or(static_cast<int>(wide.size()));
@@ -193,15 +179,16 @@ int read_command(const Arguments& args) {
     if (const auto code = template_read_command(args)) return *code;
     Call call = prepare(args, vxlocfmt::row_kind_informat);
     Output out;
-    for_each_input(args, [&](std::string_view text, std::size_t) {
+    for_each_input(args, out, [&](std::string_view text, std::size_t) {
         if (!text.empty() && text.back() == '\r') text.remove_suffix(1);
         const std::u32string wide = vxhost::from_utf8(text);
         const vxhost::ReadResult result = call.session->read(*call.row, call.width, call.decimals, wide);
-        append_value_text(out.raw(), result.value);
+        // A read that failed shows the missing value, whatever the informat left behind.
+        append_value_text(out.raw(), result.code == 0 || std::isnan(result.value) ? result.value : missing_value(2));
         call.finish(out, args, result.code);
     });
     out.flush();
-    return report_journals(*call.library, call.any_failed ? 1 : 0);
+    return call.exit_status();
 }
 
 int list_command(const Arguments& args) {
@@ -230,7 +217,7 @@ int list_command(const Arguments& args) {
         return 0;
     }
     if (what != "formats" && what != "informats") throw UsageError("cannot list '" + what + "'");
-    auto library = load(args);
+    auto library = load_library(args);
     const std::uint32_t kind = what == "formats" ? vxlocfmt::row_kind_format : vxlocfmt::row_kind_informat;
     for (const FuncInfo* row = library->registry(); row->function; ++row) {
         if (row->kind != kind) continue;
@@ -242,11 +229,25 @@ int list_command(const Arguments& args) {
 
 }  // namespace
 
+const FuncInfo& find_spec_row(const vxhost::Library& library, const std::string& name, std::uint32_t kind,
+                              const std::string& spec_text) {
+    return find_row(library, name, kind, spec_text);
+}
+
+std::unique_ptr<vxhost::Session> open_call_session(const vxhost::Library& library, const Arguments& args) {
+    return open_session(library, args);
+}
+
+std::unique_ptr<vxhost::Library> load_library(const Arguments& args) {
+    return args.library.empty() ? std::make_unique<vxhost::Library>() : std::make_unique<vxhost::Library>(args.library);
+}
+
 int run_command(const Arguments& args) {
     if (args.command == "format") return format_command(args);
     if (args.command == "read") return read_command(args);
     if (args.command == "list") return list_command(args);
     if (args.command == "locale") return locale_command(args);
+    if (args.command == "help") return help_command(args);
     throw UsageError("unknown command '" + args.command + "'");
 }
 

@@ -1,8 +1,12 @@
 #include "output.h"
 
+#include <unistd.h>
+
 #include "text_convert.h"
 
 namespace vxcli {
+
+Output::Output() : line_by_line_(isatty(STDOUT_FILENO) != 0) {}
 
 void Output::append_utf8(std::u32string_view text) {
     for (char32_t c : text) {

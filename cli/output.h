@@ -1,6 +1,7 @@
 /*
  * Buffered standard output for bulk mode: results are appended to a large buffer that is
- * written in one call when full, so a million lines cost a few hundred writes.
+ * written in one call when full, so a million lines cost a few hundred writes. On a terminal
+ * each line is written as it ends.
  *
  *   Output out;
  *   out.append_utf8(text); out.newline();
@@ -15,6 +16,7 @@ namespace vxcli {
 
 class Output {
 public:
+    Output();
     ~Output() { flush(); }
     void append(std::string_view bytes) {
         buffer_.append(bytes);
@@ -24,7 +26,7 @@ public:
     std::string& raw() { return buffer_; }
     void newline() {
         buffer_ += '\n';
-        if (buffer_.size() >= flush_at) flush();
+        if (line_by_line_ || buffer_.size() >= flush_at) flush();
     }
     void flush() {
         if (!buffer_.empty()) std::fwrite(buffer_.data(), 1, buffer_.size(), stdout);
@@ -35,6 +37,7 @@ public:
 private:
     static constexpr std::size_t flush_at = 1 << 16;
     std::string buffer_;
+    bool line_by_line_;
 };
 
 }  // namespace vxcli

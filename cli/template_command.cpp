@@ -8,6 +8,8 @@
 #include <string_view>
 
 #include "dateread/template_table.h"
+#include "bulk_input.h"
+#include "commands.h"
 #include "library.h"
 #include "output.h"
 #include "text_convert.h"
@@ -47,33 +49,11 @@ bool is_width(std::string_view rest) {  // "", "w.", "w.d"
     return true;
 }
 
-std::unique_ptr<vxhost::Library> load(const Arguments& args) {
-    return std::make_unique<vxhost::Library>(args.library.empty() ? vxhost::default_library_path() : args.library);
-}
-
 template <class Fn>
 Fn symbol(const vxhost::Library& library, const char* name) {
     void* p = library.symbol(name);
     if (!p) throw std::runtime_error(std::string("the library lacks ") + name);
     return reinterpret_cast<Fn>(p);
-}
-
-// Each operand after the SPEC, or each line of stdin when there is none.
-template <class Each>
-void for_each_text(const Arguments& args, Each each) {
-    if (args.operands.size() > 1) {
-        for (std::size_t i = 1; i < args.operands.size(); ++i) each(std::string_view(args.operands[i]));
-        return;
-    }
-    char* buffer = nullptr;
-    std::size_t capacity = 0;
-    for (ssize_t n; (n = ::getline(&buffer, &capacity, stdin)) >= 0;) {
-        std::string_view line(buffer, static_cast<std::size_t>(n));
-        if (!line.empty() && line.back() == '\n') line.remove_suffix(1);
-        if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
-        each(line);
-    }
-    std::free(buffer);
 }
 
 }  // namespace
@@ -100,7 +80,7 @@ std::optional<int> template_read_command(const Arguments& args) {
     const bool anydate = *name == "ANYDATE";
     if (!args.as.empty() && (!anydate || (args.as != "date" && args.as != "time" && args.as != "datetime")))
         throw UsageError(anydate ? "--as takes date, time or datetime" : "--as needs the ANYDATE reader");
-    const auto library = load(args);
+    const auto library = load_library(args);
     const auto* table = static_cast<const template_row*>(library->symbol("vxfmt_templates"));
     const auto driver = symbol<driver_fn>(*library, args.as == "date" ? "dtmAnyDate" : args.as == "time" ? "dtmAnyTime"
                                                                                                     : "dtmAnyDateTime");
@@ -111,7 +91,8 @@ std::optional<int> template_read_command(const Arguments& args) {
 
     Output out;
     bool any_failed = false;
-    for_each_text(args, [&](std::string_view text) {
+    for_each_input(args, out, [&](std::string_view text, std::size_t) {
+        if (!text.empty() && text.back() == '\r') text.remove_suffix(1);
         const std::u32string wide = vxhost::from_utf8(text);
         double value = 0;
         vxlocfmt::FmtCall call{};
@@ -120,7 +101,8 @@ std::optional<int> template_read_command(const Arguments& args) {
         call.text_limit = call.input_length;  // the whole text: a row's width is no text limit
         call.output = &value;
         const vxlocfmt::status code = anydate ? driver(&call, nullptr) : informat(&call, wide_name.data(), name_length);
-        append_value_text(out.raw(), value);
+        // A failed read shows the missing value, whatever the reader left behind.
+        append_value_text(out.raw(), code == 0 ? value : missing_value(2));
         if (args.explain) {
             double explained = 0;
             std::int32_t four = 0;
@@ -146,7 +128,7 @@ std::optional<int> template_read_command(const Arguments& args) {
 }
 
 int list_templates(const Arguments& args) {
-    const auto library = load(args);
+    const auto library = load_library(args);
     const auto* table = static_cast<const template_row*>(library->symbol("vxfmt_templates"));
     if (!table) throw std::runtime_error("the library lacks vxfmt_templates");
     Output out;

@@ -10,6 +10,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "extension_context.h"
 #include "frame/abi.h"
@@ -21,15 +22,21 @@ namespace vxhost {
 // the extension's formats look for their tag among the session's extensions.
 void adopt_instance(vxlocfmt::Instance* instance, const char* name = "vxlocfmt");
 
-// $VXLOCFMT_LIBRARY, else libvxlocfmt.so in the folder of the running executable, else in its
-// ../lib (an installed tree).
+// Where the host looks for the extension, in order: $VXLOCFMT_LIBRARY alone when it is set;
+// else libvxlocfmt.so in the running program's folder (the build tree), in its ../lib (the
+// installed CLI), and last the bare name, which the dynamic loader searches for in the program's
+// run path (a program linked against an installed tree has that tree's library folder there),
+// LD_LIBRARY_PATH and the system folders.
+std::vector<std::string> library_candidates();
+// The first candidate that exists as a file, else the bare name.
 std::string default_library_path();
 
 class Library {
 public:
     // Throws std::runtime_error with the loader's message when the library cannot be loaded or
-    // its entry point declines.
-    explicit Library(const std::string& path = default_library_path());
+    // its entry point declines; the default constructor's message lists every place it looked.
+    Library();
+    explicit Library(const std::string& path);
     ~Library();
     Library(const Library&) = delete;
     Library& operator=(const Library&) = delete;
@@ -43,6 +50,8 @@ public:
     Journal* journal() const { return journal_; }  // the host's journal given to the entry
 
 private:
+    void start(const std::string& path);
+
     void* handle_ = nullptr;
     ExtensionContext context_;
     Journal* journal_ = nullptr;

@@ -1,5 +1,7 @@
 #include "session.h"
 
+#include <bit>
+
 #include <algorithm>
 #include <cstring>
 #include <stdexcept>
@@ -94,7 +96,9 @@ FormatResult Session::format(const vxlocfmt::FuncInfo& row, std::int32_t width, 
 
 ReadResult Session::read(const vxlocfmt::FuncInfo& row, std::int32_t width, std::int32_t decimals,
                          std::u32string_view text) {
-    double value = 0;
+    // An informat that returns without writing its result (a placeholder row) leaves the
+    // missing value, never a number.
+    double value = std::bit_cast<double>(vxlocfmt::missing_bits);
     call_.width = width;
     call_.decimals = decimals;
     call_.input = text.data();

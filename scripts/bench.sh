@@ -30,7 +30,7 @@ fi
 
 # RelWithDebInfo: the build type the project ships by default, with symbols for perf.
 dir=build-bench
-cmake -S . -B "$dir" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DVXLOCFMT_TESTS=OFF -DVXLOCFMT_BENCH=ON >/dev/null
+cmake -S . -B "$dir" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DVXLOCFMT_WERROR=ON -DVXLOCFMT_TESTS=OFF -DVXLOCFMT_BENCH=ON >/dev/null
 cmake --build "$dir" -j2 >/dev/null
 bin=$dir/bin
 

@@ -13,7 +13,7 @@ for p in clang libclang-rt-14-dev; do
     $sudo apt-get install -y -qq "$p"
   }
 done
-CC=clang CXX=clang++ cmake -S . -B build-fuzz -G Ninja -DVXLOCFMT_FUZZ=ON -DVXLOCFMT_TESTS=OFF \
+CC=clang CXX=clang++ cmake -S . -B build-fuzz -G Ninja -DVXLOCFMT_FUZZ=ON -DVXLOCFMT_TESTS=OFF -DVXLOCFMT_WERROR=ON \
   -DVXLOCFMT_BENCH=OFF -DVXLOCFMT_SANITIZE=address,undefined -DCMAKE_BUILD_TYPE=RelWithDebInfo >/dev/null
 cmake --build build-fuzz -j"$(nproc)"
 for target in build-fuzz/bin/*_fuzz; do

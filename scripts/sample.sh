@@ -1,9 +1,12 @@
 #!/usr/bin/env bash
 # Installs what is missing, builds the library and the CLI, and formats a few values.
+# Shares build/ with scripts/test.sh: it only builds its two targets and leaves the cache's
+# choices (tests, benchmarks) as they are, so either script works after the other.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 scripts/install-deps.sh
-cmake -S . -B build -G Ninja -DVXLOCFMT_TESTS=OFF -DVXLOCFMT_BENCH=OFF >/dev/null
+source scripts/launcher.sh
+cmake -S . -B build "${project_cmake_args[@]}" >/dev/null
 cmake --build build -j"$(nproc)" --target vxlocfmt vxlocfmt_cli
 set -x
 build/bin/vxlocfmt list formats | head -5

@@ -29,9 +29,10 @@ TEST(LocaleCommand, PrintsTheTable) {
     ASSERT_EQ(status, 0);
     ASSERT_EQ(lines.size(), 189u + 6u);
     for (std::size_t n = 0; n < 189; ++n) EXPECT_EQ(lines[n].substr(0, lines[n].find('\t')), std::to_string(n));
-    EXPECT_EQ(lines[0], "0\t0\tde_DE");
-    EXPECT_EQ(lines[71], "71\t9\tJanuar");  // width: "September", the widest name of the set
-    EXPECT_EQ(lines[188], "188\t0\t#,##0.00\u00A0<U0001>") << "the currency placeholder shown as an escape";
+    EXPECT_EQ(lines[0], "0\tlocale id\t0\tde_DE");
+    EXPECT_EQ(lines[71], "71\tmonth name, wide, 1\t9\tJanuar");  // width: "September", the widest of the set
+    EXPECT_EQ(lines[188], "188\tsource: currency pattern\t0\t#,##0.00\u00A0<U0001>")
+        << "the currency placeholder shown as an escape";
     EXPECT_EQ(lines[189].rfind("conventions\t170\tcurrency_symbol=\"\u20AC\"\t", 0), 0u) << lines[189];
     EXPECT_NE(lines[194].find("conventions\t186\tcurrency_symbol=\"%\""), std::string::npos);
 }
@@ -39,9 +40,12 @@ TEST(LocaleCommand, PrintsTheTable) {
 TEST(LocaleCommand, SessionEncodingAndUnknownLocale) {
     const auto [status, lines] = run("locale ru_RU --encoding ISO-8859-1");
     ASSERT_EQ(status, 0);
-    EXPECT_EQ(lines[156], "156\t0\t&#8381;");
+    EXPECT_EQ(lines[156], "156\tcurrency: symbol\t0\t&#8381;");
     EXPECT_NE(lines[189].find("currency_symbol=\"RUB\""), std::string::npos);
-    EXPECT_EQ(run("locale xx_YY"), std::pair(2, std::vector<std::string>{"vxlocfmt: unknown locale xx_YY"}));
+    const auto [unknown_status, unknown_lines] = run("locale xx_YY");
+    EXPECT_EQ(unknown_status, 2);
+    ASSERT_EQ(unknown_lines.size(), 1u);
+    EXPECT_EQ(unknown_lines[0].rfind("vxlocfmt: unknown locale xx_YY (nearest: ", 0), 0u) << unknown_lines[0];
     EXPECT_EQ(run("locale").first, 2);
 }
 

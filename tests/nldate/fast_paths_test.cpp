@@ -43,7 +43,11 @@ std::u32string digits(std::int64_t n, int width) {
     const std::string s = width == 0 ? all : (std::string(static_cast<std::size_t>(width), '0') + all).substr(all.size());
     return {s.begin(), s.end()};
 }
-std::u32string blank_padded(std::int64_t n) { return n < 10 ? U" " + digits(n, 0) : digits(n, 2); }
+std::u32string blank_padded(std::int64_t n) {
+    if (n >= 10) return digits(n, 2);
+    std::u32string text = U" ";  // appended, not U" " + temporary, which trips GCC 12's -Wrestrict
+    return text.append(digits(n, 0));
+}
 
 // The date directives of one day as the calendar's reference routes give them: the Julian date
 // for year, month, day and day of year, zwekday for the weekday, and 1 January by zmdy for the

@@ -40,7 +40,9 @@ Week oracle_week(long dn, char rule, int y) {
     std::sscanf(text, "%15s %7s", yyyy, ww);
     const int iso_day = tm.tm_wday == 0 ? 7 : tm.tm_wday;
     const int day_of_week = rule == 'U' ? tm.tm_wday + 1 : iso_day;
-    return {yyyy, ww, "0" + std::to_string(day_of_week)};
+    std::string day = "0";  // appended, not "0" + temporary, which trips GCC 12's -Wrestrict
+    day += std::to_string(day_of_week);
+    return {yyyy, ww, day};
 }
 Week oracle_week(long dn, char rule) { return oracle_week(dn, rule, year_of(dn)); }
 

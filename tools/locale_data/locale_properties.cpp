@@ -423,7 +423,8 @@ std::vector<std::pair<std::string, std::string>> locale_aliases(const std::vecto
     for (const std::string& id : ids) {
         const icu::Locale l(id.c_str());
         if (!*l.getScript()) continue;
-        const std::string alias = std::string(l.getLanguage()) + (*l.getCountry() ? "_" + std::string(l.getCountry()) : "");
+        std::string alias = l.getLanguage();
+        if (*l.getCountry()) alias.append("_").append(l.getCountry());  // no "_" + temporary: GCC 12 -Wrestrict
         if (std::binary_search(ids.begin(), ids.end(), alias)) continue;
         icu::Locale short_form(alias.c_str()), long_form(l);
         UErrorCode e = U_ZERO_ERROR;

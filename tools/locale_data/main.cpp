@@ -22,7 +22,10 @@ namespace {
 
 std::string version_text(const UVersionInfo version, int parts) {
     std::string text;
-    for (int i = 0; i < parts; ++i) text += (i ? "." : "") + std::to_string(version[i]);
+    for (int i = 0; i < parts; ++i) {
+        if (i) text += '.';
+        text += std::to_string(version[i]);  // appended apart: "." + temporary trips GCC 12's -Wrestrict
+    }
     return text;
 }
 
