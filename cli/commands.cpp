@@ -56,8 +56,6 @@ void append_status(Output& out, const Arguments& args, vxlocfmt::status code) {
     out.append(text);
 }
 
-}
-
 const FuncInfo& find_row(const vxhost::Library& library, const std::string& name, std::uint32_t kind,
                          const std::string& spec_text) {
     const FuncInfo* row = library.find(widen(name));
@@ -139,7 +137,8 @@ int format_command(const Arguments& args) {
         const vxhost::FormatResult result = call.session->format(*call.row, call.width, call.decimals, *value);
         // Refused limits (--check) leave the field unwritten though the produced length is set.
         const bool refused = result.code >= vxlocfmt::st::width_too_small && result.code <= vxlocfmt::st::decimals_too_large;
-        if (!refused && call.session->byte_output()) out.append(result.bytes);
+        // Rows without a `_b` variant (the classic routines) answer in characters in any session.
+        if (!refused && call.session->byte_output() && call.row->byte_function) out.append(result.bytes);
         else if (!refused) out.append_utf8(result.text);
         call.finish(out, args, result.code);
     });
@@ -170,13 +169,14 @@ int read_classic_command(const Arguments& args, const Spec& spec, const ClassicI
 }
 
 int read_command(const Arguments& args) {
+    // Template names hold digits (B8601DA) that a SPEC would take for a width: they go first.
+    if (const auto code = template_read_command(args)) return *code;
     if (!args.operands.empty()) {
         const Spec spec = parse_spec(args.operands[0]);
         // No classic name is also a registry informat's.
         const std::string name = spec.name.front() == '@' ? spec.name.substr(1) : spec.name;
         if (const ClassicInformat* classic = find_classic_informat(name)) return read_classic_command(args, spec, *classic);
     }
-    if (const auto code = template_read_command(args)) return *code;
     Call call = prepare(args, vxlocfmt::row_kind_informat);
     Output out;
     for_each_input(args, out, [&](std::string_view text, std::size_t) {

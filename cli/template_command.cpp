@@ -1,6 +1,7 @@
 #include "template_command.h"
 
 #include <cctype>
+#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <sys/types.h>
@@ -121,7 +122,8 @@ std::optional<int> template_read_command(const Arguments& args) {
             out.append(status_text);
         }
         out.newline();
-        any_failed |= code != 0;
+        // The ANYDATE driver answers 0 even when nothing read the text: the missing value tells.
+        any_failed |= code != 0 || std::isnan(value);
     });
     out.flush();
     return any_failed ? 1 : 0;
