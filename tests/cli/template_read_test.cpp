@@ -38,7 +38,7 @@ TEST(CliTemplates, ReadsAndExplains) {
         // The four-digit-year retry shows in the explanation.
         {"read ANYDATE 20200304 --explain", "1898899200\t2\t%P%Y%m%d\n", 0},
         // A failed read: the missing value; the driver still answers 0.
-        {"read ANYDATE nonsense --explain --status", ".\t-\t0x00000000\n", 0},
+        {"read ANYDATE nonsense --explain --status", ".\t-\t0x00000000\n", 1},
         // Names with digits are taken whole before a width; the width is no text limit.
         {"read B8601DA10. 20200304 --explain", "21978\t74\t%P%Y%m%d\n", 0},
         {"read E8601DT5. 2020-03-04T10:30:00", "1898937000\n", 0},
