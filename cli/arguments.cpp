@@ -73,27 +73,4 @@ Arguments parse_arguments(int argc, char** argv) {
     return args;
 }
 
-Spec parse_spec(const std::string& text) {
-    Spec spec;
-    std::size_t i = 0;
-    if (i < text.size() && text[i] == '@') spec.name += text[i++];
-    while (i < text.size() && std::isalpha(static_cast<unsigned char>(text[i])))
-        spec.name += static_cast<char>(std::toupper(static_cast<unsigned char>(text[i++])));
-    const std::string rest = text.substr(i);
-    if (spec.name.empty() || spec.name == "@") throw UsageError("bad SPEC '" + text + "': no name");
-    if (rest.empty()) return spec;
-    const auto dot = rest.find('.');
-    if (dot == std::string::npos) throw UsageError("bad SPEC '" + text + "': write NAMEw. or NAMEw.d");
-    auto number = [&](const std::string& digits) {
-        int value = 0;
-        const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value);
-        if (error != std::errc() || end != digits.data() + digits.size())
-            throw UsageError("bad SPEC '" + text + "': '" + digits + "' is not a number");
-        return value;
-    };
-    if (dot > 0) spec.width = number(rest.substr(0, dot));
-    if (dot + 1 < rest.size()) spec.decimals = number(rest.substr(dot + 1));
-    return spec;
-}
-
 }  // namespace vxcli

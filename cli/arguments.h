@@ -12,11 +12,12 @@
 #include <string>
 #include <vector>
 
+#include "embed/spec.h"
+
 namespace vxcli {
 
-struct UsageError : std::runtime_error {
-    using std::runtime_error::runtime_error;
-};
+// A request the command cannot carry out as asked: exit status 2.
+using UsageError = vxhost::RequestError;
 
 struct Arguments {
     std::string command;
@@ -37,12 +38,7 @@ struct Arguments {
 
 Arguments parse_arguments(int argc, char** argv);
 
-struct Spec {
-    std::string name;  // upper case, as the registry writes it
-    std::optional<int> width;
-    std::optional<int> decimals;
-};
-// NAME, NAMEw. or NAMEw.d.
-Spec parse_spec(const std::string& text);
+using vxhost::parse_spec;
+using vxhost::Spec;
 
 }  // namespace vxcli

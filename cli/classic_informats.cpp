@@ -9,41 +9,6 @@
 #include "values.h"
 
 namespace vxcli {
-namespace {
-
-constexpr ClassicInformat table[] = {
-    {"N", "vxfmtzifmn", Yields::number},
-    {"COMMAX", "vxfmtzifmcmx", Yields::number},
-    {"NUMX", "vxfmtzifmnmx", Yields::number},
-    {"DOLLAR", "vxfmtzifmdlr", Yields::number},
-    {"DOLLARX", "vxfmtzifmdlx", Yields::number},
-    {"EURO", "vxfmtzifmeur", Yields::number},
-    {"EUROX", "vxfmtzifmerx", Yields::number},
-    {"PERCENT", "vxfmtzifmpct", Yields::number},
-    {"NEGPAREN", "vxfmtzifmnpn", Yields::number},
-    {"NEGPARENX", "vxfmtzifmnpr", Yields::number},
-    {"SIZEK", "vxfmtzifmskg", Yields::number},
-    {"HEX", "vxfmtzifmhex", Yields::number},
-    {"BINARY", "vxfmtzifmbin", Yields::number},
-    {"UUID", "vxfmtzifmuuid", Yields::bytes},
-    {"HEXCHAR", "vxfmtzifmhxc", Yields::bytes},
-    {"BINCHAR", "vxfmtzifmbnc", Yields::bytes},
-    {"BASE", "vxfmtzifmb64", Yields::bytes},
-    {"CHAR", "vxfmtzifmc", Yields::characters},
-    {"UPCASE", "vxfmtzifmupc", Yields::characters},
-    {"QUOTE", "vxfmtzifmquo", Yields::characters},
-    {"OCC", "vxfmtzifmocc", Yields::characters},
-};
-
-}  // namespace
-
-std::span<const ClassicInformat> classic_informats() { return table; }
-
-const ClassicInformat* find_classic_informat(std::string_view name) {
-    const auto* found = std::find_if(std::begin(table), std::end(table),
-                                     [&](const ClassicInformat& c) { return name == c.name; });
-    return found == std::end(table) ? nullptr : found;
-}
 
 vxlocfmt::status read_classic(const ClassicInformat& informat, vxlocfmt::format_fn function, vxlocfmt::FmtCall& call,
                               int width, int decimals, std::u32string_view text, std::string& out) {

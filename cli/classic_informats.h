@@ -1,30 +1,22 @@
 /*
- * The classic informats the CLI reads with by name (they have no registry rows): the table of
- * short names, exported functions and what each yields, and one read through the call record.
+ * One read with a classic informat (they have no registry rows) through the call record, printed
+ * as the CLI prints it.
  *
- *   if (const ClassicInformat* c = find_classic_informat("HEX"))
+ *   if (const vxhost::ClassicInformat* c = vxhost::find_classic_informat("HEX"))
  *       read_classic(*c, fn, session.call(), 16, 0, U"7FF8000000000000", out.raw());
  */
 #pragma once
 
-#include <span>
 #include <string>
 #include <string_view>
 
+#include "embed/classic_routines.h"
 #include "frame/abi.h"
 
 namespace vxcli {
 
-enum class Yields { number, bytes, characters };
-
-struct ClassicInformat {
-    const char* name;    // as `read` takes it (upper case)
-    const char* symbol;  // the exported function
-    Yields yields;
-};
-
-std::span<const ClassicInformat> classic_informats();
-const ClassicInformat* find_classic_informat(std::string_view name);
+using vxhost::ClassicInformat;
+using vxhost::Yields;
 
 // Reads `text` with the informat on the session's call record and appends the result: the
 // value's text, the bytes in lower-case hexadecimal or the characters in UTF-8; "." when the

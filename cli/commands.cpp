@@ -10,7 +10,8 @@
 #include <string>
 
 #include "classic_informats.h"
-#include "classic_routines.h"
+#include "embed/classic_routines.h"
+#include "embed/formatter.h"
 #include "library.h"
 #include "help_command.h"
 #include "locale_command.h"
@@ -19,7 +20,6 @@
 #include "output.h"
 #include "session.h"
 #include "template_command.h"
-#include "spec_limits.h"
 #include "text_convert.h"
 #include "transcoder.h"
 #include "values.h"
@@ -32,13 +32,7 @@ using vxlocfmt::FuncInfo;
 std::u32string widen(const std::string& s) { return std::u32string(s.begin(), s.end()); }
 
 std::unique_ptr<vxhost::Session> open_session(const vxhost::Library& library, const Arguments& args) {
-    if (!args.encoding.empty() && vxhost::Transcoder::canonical_name(args.encoding).empty())
-        throw UsageError("unknown encoding " + args.encoding);
-    vxhost::SessionOptions options;
-    options.locale = args.locale;
-    options.encoding = args.encoding;
-    options.check_limits = args.check;
-    return std::make_unique<vxhost::Session>(library, options);
+    return vxhost::open_session(library, {.locale = args.locale, .encoding = args.encoding, .check_limits = args.check});
 }
 
 // Says once per run that a row's family is not built yet.
@@ -46,7 +40,7 @@ void note_not_implemented(vxlocfmt::status code, const FuncInfo& row) {
     static bool said = false;
     if (code != vxlocfmt::st::not_implemented || said) return;
     said = true;
-    std::fprintf(stderr, "vxlocfmt: %s: not implemented yet\n", row_name(row).c_str());
+    std::fprintf(stderr, "vxlocfmt: %s: not implemented yet\n", vxhost::row_name(row).c_str());
 }
 
 void append_status(Output& out, const Arguments& args, vxlocfmt::status code) {
@@ -59,7 +53,7 @@ void append_status(Output& out, const Arguments& args, vxlocfmt::status code) {
 const FuncInfo& find_row(const vxhost::Library& library, const std::string& name, std::uint32_t kind,
                          const std::string& spec_text) {
     const FuncInfo* row = library.find(widen(name));
-    if (!row) row = classic_row(library, name, kind);
+    if (!row) row = vxhost::classic_row(library, name, kind);
     if (!row || row->kind != kind)
         throw UsageError("unknown " + std::string(kind == vxlocfmt::row_kind_format ? "format" : "informat") +
                          " '" + spec_text + "'");
@@ -118,7 +112,7 @@ Call prepare(const Arguments& args, std::uint32_t kind) {
     Call call;
     call.library = load_library(args);
     call.row = &find_row(*call.library, spec.name, kind, args.operands[0]);
-    const Layout layout = resolve_layout(spec, *call.row, args.check);
+    const vxhost::Layout layout = vxhost::resolve_layout(spec, *call.row, args.check);
     call.session = open_session(*call.library, args);
     call.width = layout.width;
     call.decimals = layout.decimals;
@@ -175,7 +169,7 @@ int read_command(const Arguments& args) {
         const Spec spec = parse_spec(args.operands[0]);
         // No classic name is also a registry informat's.
         const std::string name = spec.name.front() == '@' ? spec.name.substr(1) : spec.name;
-        if (const ClassicInformat* classic = find_classic_informat(name)) return read_classic_command(args, spec, *classic);
+        if (const ClassicInformat* classic = vxhost::find_classic_informat(name)) return read_classic_command(args, spec, *classic);
     }
     Call call = prepare(args, vxlocfmt::row_kind_informat);
     Output out;
@@ -204,13 +198,13 @@ int list_command(const Arguments& args) {
         return 0;
     }
     if (what == "classic") {
-        for (std::span<const ClassicRoutine> table : classic_tables())
-            for (const ClassicRoutine& routine : table) {
+        for (std::span<const vxhost::ClassicRoutine> table : vxhost::classic_tables())
+            for (const vxhost::ClassicRoutine& routine : table) {
                 out.append(std::string(routine.name) + "\t" +
                            (routine.kind == vxlocfmt::row_kind_format ? "format" : "informat") + "\t" + routine.symbol);
                 out.newline();
             }
-        for (const ClassicInformat& c : classic_informats()) {
+        for (const ClassicInformat& c : vxhost::classic_informats()) {
             out.append(std::string(c.name) + "\tinformat\t" + c.symbol);
             out.newline();
         }
@@ -221,7 +215,7 @@ int list_command(const Arguments& args) {
     const std::uint32_t kind = what == "formats" ? vxlocfmt::row_kind_format : vxlocfmt::row_kind_informat;
     for (const FuncInfo* row = library->registry(); row->function; ++row) {
         if (row->kind != kind) continue;
-        out.append(row_name(*row));
+        out.append(vxhost::row_name(*row));
         out.newline();
     }
     return 0;

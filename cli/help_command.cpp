@@ -7,7 +7,7 @@
 
 #include "commands.h"
 #include "locale_data.h"
-#include "spec_limits.h"
+#include "embed/spec.h"
 #include "text_convert.h"
 #include "values.h"
 
@@ -47,7 +47,7 @@ int help_command(const Arguments& args) {
     const bool informat = spec.name.front() == '@';
     const vxlocfmt::FuncInfo& row = find_spec_row(
         *library, spec.name, informat ? vxlocfmt::row_kind_informat : vxlocfmt::row_kind_format, args.operands[0]);
-    const std::string name = row_name(row);
+    const std::string name = vxhost::row_name(row);
     std::printf("%s: %s\n", name.c_str(), informat ? "informat (text to value): vxlocfmt read" : "format (value to text): vxlocfmt format");
     std::printf("  width %u to %u, default %u\n", row.min_width, row.max_width, row.default_width);
     std::printf("  decimals %u to %u, default %u\n", row.min_decimals, row.max_decimals, row.default_decimals);

@@ -9,6 +9,7 @@
 #include <string_view>
 
 #include "dateread/template_table.h"
+#include "embed/template_names.h"
 #include "bulk_input.h"
 #include "commands.h"
 #include "library.h"
@@ -34,22 +35,6 @@ std::string narrow(const vxlocfmt::wchar* s) {
     return out;
 }
 
-// The names of the compiled-in table; the loaded library's own table is what is read.
-bool is_template_name(std::string_view name) {
-    for (std::size_t r = 0; r < vxlocfmt::dateread::dummy_row; ++r)
-        if (narrow(vxfmt_templates[r].name) == name) return true;
-    return false;
-}
-
-bool is_width(std::string_view rest) {  // "", "w.", "w.d"
-    if (rest.empty()) return true;
-    const auto dot = rest.find('.');
-    if (dot == std::string_view::npos || dot == 0) return false;
-    for (std::size_t i = 0; i < rest.size(); ++i)
-        if (i != dot && !std::isdigit(static_cast<unsigned char>(rest[i]))) return false;
-    return true;
-}
-
 template <class Fn>
 Fn symbol(const vxhost::Library& library, const char* name) {
     void* p = library.symbol(name);
@@ -59,21 +44,9 @@ Fn symbol(const vxhost::Library& library, const char* name) {
 
 }  // namespace
 
-std::optional<std::string> template_spec_name(const std::string& spec) {
-    std::string upper;
-    for (char c : spec) upper += static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
-    if (!upper.empty() && upper[0] == '@') upper.erase(0, 1);
-    std::optional<std::string> best;
-    for (std::size_t n = upper.size(); n > 0; --n) {  // longest first: DATETIME before DATE
-        const std::string name = upper.substr(0, n);
-        if (is_template_name(name) && is_width(std::string_view(upper).substr(n))) return name;
-    }
-    return best;
-}
-
 std::optional<int> template_read_command(const Arguments& args) {
     if (args.operands.empty()) return std::nullopt;
-    const std::optional<std::string> name = template_spec_name(args.operands[0]);
+    const std::optional<std::string> name = vxhost::template_spec_name(args.operands[0]);
     if (!name) {
         if (!args.as.empty()) throw UsageError("--as needs the ANYDATE reader");
         return std::nullopt;

@@ -14,10 +14,6 @@
 
 namespace vxcli {
 
-// The template name a SPEC starts with (the longest known one, taken whole, so B8601DA10. is
-// B8601DA with a width), followed by nothing or a width; nullopt when it names no template.
-std::optional<std::string> template_spec_name(const std::string& spec);
-
 std::optional<int> template_read_command(const Arguments& args);
 int list_templates(const Arguments& args);
 

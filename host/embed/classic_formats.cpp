@@ -1,7 +1,7 @@
 // The classic formats the CLI offers by name: the clocks and the numeric renderers.
 #include "classic_routines.h"
 
-namespace vxcli {
+namespace vxhost {
 namespace {
 
 constexpr std::uint32_t F = vxlocfmt::row_kind_format;
@@ -26,4 +26,4 @@ constexpr ClassicRoutine formats[] = {
 
 const std::span<const ClassicRoutine> classic_format_table{formats};
 
-}  // namespace vxcli
+}  // namespace vxhost

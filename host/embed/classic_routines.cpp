@@ -6,14 +6,14 @@
 
 #include "library.h"
 
-namespace vxcli {
+namespace vxhost {
 
 std::span<const std::span<const ClassicRoutine>> classic_tables() {
     static const std::array tables{classic_format_table};
     return tables;
 }
 
-const vxlocfmt::FuncInfo* classic_row(const vxhost::Library& library, const std::string& name, std::uint32_t kind) {
+const vxlocfmt::FuncInfo* classic_row(const Library& library, const std::string& name, std::uint32_t kind) {
     static std::map<std::string, vxlocfmt::FuncInfo> rows;  // one made row per routine, kept
     for (std::span<const ClassicRoutine> table : classic_tables())
         for (const ClassicRoutine& routine : table) {
@@ -34,4 +34,4 @@ const vxlocfmt::FuncInfo* classic_row(const vxhost::Library& library, const std:
     return nullptr;
 }
 
-}  // namespace vxcli
+}  // namespace vxhost

@@ -1,0 +1,56 @@
+/*
+ * A format by SPEC, warm: the row found (registry or classic routine), its width and decimals
+ * checked, one session in the locale. Each call reuses the session's call record and this
+ * object's buffer: nothing is allocated per value once the buffer has grown. One per thread.
+ *
+ *   vxhost::Library library;
+ *   vxhost::Formatter f(library, "NLDATE20.", {.locale = "fr_FR"});
+ *   f.format(23000).text;              // "21 décembre 2022" (UTF-8)
+ *   f.kind();                          // ValueKind::date: the value is a day number
+ */
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "embed/spec.h"
+#include "embed/value_kind.h"
+#include "frame/abi.h"
+#include "library.h"
+#include "session.h"
+
+namespace vxhost {
+
+class Formatter {
+public:
+    // Throws RequestError: "bad SPEC ...", "unknown format 'X'", "NLDATE: width 500 is outside
+    // 10 to 200", "unknown locale X", "unknown encoding X". With options.check_limits the width
+    // and decimals go to the library unchecked (its statuses 2 to 5 come back instead).
+    Formatter(const Library& library, std::string_view spec, const SessionOptions& options = {});
+
+    struct Result {
+        vxlocfmt::status code;
+        std::string_view text;  // UTF-8; in a byte session the encoding's bytes. Valid until the next call.
+    };
+    // Any NaN is a missing value.
+    Result format(double value);
+
+    ValueKind kind() const { return kind_; }
+    const std::string& name() const { return name_; }
+    int width() const { return layout_.width; }
+    int decimals() const { return layout_.decimals; }
+
+private:
+    const vxlocfmt::FuncInfo* row_;
+    std::string name_;
+    Layout layout_;
+    ValueKind kind_;
+    std::unique_ptr<Session> session_;
+    std::string text_;
+};
+
+// A session for the options, its refusals ("unknown locale X") as RequestError.
+std::unique_ptr<Session> open_session(const Library& library, const SessionOptions& options);
+
+}  // namespace vxhost
