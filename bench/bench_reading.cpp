@@ -48,7 +48,10 @@ struct Texts {
                 if (d == point && d > 0) t += '.';
                 t += static_cast<char>('0' + random() % 10);
             }
-            if (random() % 16 == 0) t += "e" + std::to_string(static_cast<int>(random() % 41) - 20);
+            if (random() % 16 == 0) {
+                t += 'e';
+                t += std::to_string(static_cast<int>(random() % 41) - 20);
+            }
             ascii.push_back(t);
             wide.emplace_back(t.begin(), t.end());
             utf16.emplace_back(t.begin(), t.end());

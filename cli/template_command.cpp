@@ -85,8 +85,12 @@ std::optional<int> template_read_command(const Arguments& args) {
                 out.append("\t-");
             } else {
                 std::string pattern = narrow(table[row].pattern);
-                if (four) pattern.replace(pattern.find("%y"), 2, "%Y");
-                out.append("\t" + std::to_string(row) + "\t" + pattern);
+                if (const auto at = pattern.find("%y"); four && at != std::string::npos) pattern[at + 1] = 'Y';
+                // Appended piece by piece: GCC 12 takes "\t" + string for an overlapping copy.
+                out.append("\t");
+                out.append(std::to_string(row));
+                out.append("\t");
+                out.append(pattern);
             }
         }
         if (args.status) {

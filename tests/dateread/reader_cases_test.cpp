@@ -32,8 +32,16 @@ double expected_value(const std::string& e) {
 }
 
 std::string unescape(std::string s) {
-    for (std::size_t i; (i = s.find("\\s")) != std::string::npos;) s.replace(i, 2, " ");
-    return s;
+    std::string out;
+    for (std::size_t i = 0; i < s.size(); ++i) {
+        if (s.compare(i, 2, "\\s") == 0) {
+            out += ' ';
+            ++i;
+        } else {
+            out += s[i];
+        }
+    }
+    return out;
 }
 
 double read_with(const std::string& name, const std::u32string& text) {

@@ -121,7 +121,8 @@ inline shape write_shape(std::u32string_view pattern, const moment& m, std::mt19
         case U'S':
             put(s, digits(m.second, 2));
             if (m.fraction_ms && has_fraction_room) {
-                put(s, "." + digits(m.fraction_ms, 3));
+                put(s, ".");
+                put(s, digits(m.fraction_ms, 3));
                 s.fraction = true;
             }
             s.has_time = s.second = true;

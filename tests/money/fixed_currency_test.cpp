@@ -200,7 +200,7 @@ TEST(FixedCurrency, EveryRowInSeveralLocales) {
                         erase_all(s, "(");
                         erase_all(s, ")");
                         erase_all(s, " ");
-                        if (const std::size_t at = s.find(point); at != std::string::npos) s.replace(at, point.size(), ".");
+                        if (const std::size_t at = s.find(point); at != std::string::npos) s = s.substr(0, at) + "." + s.substr(at + point.size());
                         char* end = nullptr;
                         const double read = std::strtod(s.c_str(), &end);
                         ASSERT_EQ(*end, '\0') << where << " [" << bytes.text << "] left " << s;
