@@ -8,6 +8,7 @@
 #include "frame/prologue.h"
 #include "frame/registry.h"
 #include "locale/property_table.h"
+#include "nlnum/number_prologue.h"
 #include "nlnum/number_renderer.h"
 
 namespace vxlocfmt::nlnum {
@@ -22,21 +23,9 @@ constexpr money_format nlmny_row{registry::limits_of(U"NLMNY"), locale::prop::lo
 constexpr money_format nlmnyi_row{registry::limits_of(U"NLMNYI"), locale::prop::international_currency_key};
 
 status format_money(FmtCall& call, const money_format& f) {
-    const Instance* instance = find_instance(call);
-    if (!instance) return st::instance_not_found;
-    call.produced = call.width;
-    if (const status code = check_limits(call, f.limits)) return code;
-    if (calendar::is_nan(*static_cast<const double*>(call.input))) {
-        const std::int32_t decimals = call.decimals;
-        call.decimals = 0;
-        const auto code = static_cast<status>(calendar::zfmmiss(call));
-        call.decimals = decimals;
-        return code;
-    }
-    if (!call.property_cache && locale::fill_nlfmt_properties(call, *instance) != st::ok) {
-        star_fill(call);
-        return st::ok;
-    }
+    const NumberPrologue prologue = number_prologue(call, f.limits);
+    if (!prologue.table) return prologue.code;
+    const Instance* instance = prologue.instance;
     const PropertyCache& table = *call.property_cache;
     const NumberConventions* conventions = conventions_of(table, f.key);
     if (!conventions || zkfnum(supported_flag(table, f.key), call, *conventions, *instance) != zkfnum_done) {

@@ -8,6 +8,7 @@
 #include "frame/prologue.h"
 #include "frame/registry.h"
 #include "locale/property_table.h"
+#include "nlnum/number_prologue.h"
 #include "nlnum/number_renderer.h"
 
 namespace vxlocfmt::nlnum {
@@ -41,22 +42,10 @@ void classic_fallback(FmtCall& call, const number_format& f) {
 }
 
 status format_number(FmtCall& call, const number_format& f) {
-    const Instance* instance = find_instance(call);
-    if (!instance) return st::instance_not_found;
-    call.produced = call.width;
-    if (const status code = check_limits(call, f.limits)) return code;
+    const NumberPrologue prologue = number_prologue(call, f.limits);
+    if (!prologue.table) return prologue.code;
+    const Instance* instance = prologue.instance;
     const double value = *static_cast<const double*>(call.input);
-    if (calendar::is_nan(value)) {
-        const std::int32_t decimals = call.decimals;
-        call.decimals = 0;
-        const auto code = static_cast<status>(calendar::zfmmiss(call));
-        call.decimals = decimals;
-        return code;
-    }
-    if (!call.property_cache && locale::fill_nlfmt_properties(call, *instance) != st::ok) {
-        star_fill(call);
-        return st::ok;
-    }
     const PropertyCache& table = *call.property_cache;
     const NumberConventions* conventions = conventions_of(table, f.key);
     std::int32_t result = zkfnum_unsupported;
