@@ -10,7 +10,7 @@ work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 prefix=$work/prefix
 cmake --install "$build" --prefix "$prefix" >/dev/null
-expected="21 décembre 2022"
+expected=$(printf '21 décembre 2022\n    1.234,50\n23000')
 
 mkdir -p "$work/consumer"
 cp "$source/tests/consumer/main.cpp" "$work/consumer/"
