@@ -7,7 +7,10 @@
 
 #include "commands.h"
 #include "locale_data.h"
+#include "embed/classic_routines.h"
+#include "embed/reader.h"
 #include "embed/spec.h"
+#include "embed/template_names.h"
 #include "text_convert.h"
 #include "values.h"
 
@@ -38,11 +41,38 @@ std::string status_text(std::uint32_t code) {
     return text;
 }
 
+// A reader without a registry row: the any-date reader's names and the classic informats.
+int reader_help(const Arguments& args, const std::string& name, const char* what, const char* example) {
+    const auto library = load_library(args);
+    vxhost::Reader reader(*library, name, {.locale = args.locale});
+    std::printf("%s: %s (text to %s): vxlocfmt read\n", name.c_str(), what, vxhost::value_kind_name(reader.kind()));
+    std::printf("  without a width the whole text is read\n");
+    if (!example) return 0;
+    const vxhost::Reader::Result read = reader.read(example);
+    std::printf("  example: vxlocfmt read %s '%s'\n", name.c_str(), example);
+    std::printf("           %s\n", read.ok ? value_text(read.value).c_str() : status_text(read.code).c_str());
+    return 0;
+}
+
 }  // namespace
 
 int help_command(const Arguments& args) {
     if (args.operands.size() != 1) throw UsageError("help takes one SPEC, or nothing");
+    if (const auto name = vxhost::template_spec_name(args.operands[0]))
+        return reader_help(args, *name, *name == "ANYDATE" ? "the any-date reader" : "a template name of the any-date reader",
+                           *name == "ANYDATE" ? "Mar 4, 2020" : nullptr);
     const Spec spec = parse_spec(args.operands[0]);
+    const std::string bare_name = spec.name.front() == '@' ? spec.name.substr(1) : spec.name;
+    // DOLLAR, N and PERCENT are classic formats too: "@DOLLAR" asks for the informat.
+    if (const auto* classic = vxhost::find_classic_informat(bare_name);
+        classic && (spec.name.front() == '@' || !vxhost::classic_row(*load_library(args), bare_name, vxlocfmt::row_kind_format))) {
+        if (classic->yields != vxhost::Yields::number) {
+            std::printf("%s: classic informat (text to %s): vxlocfmt read\n", bare_name.c_str(),
+                        classic->yields == vxhost::Yields::bytes ? "bytes, printed in hexadecimal" : "characters");
+            return 0;
+        }
+        return reader_help(args, bare_name, "classic informat", nullptr);
+    }
     const auto library = load_library(args);
     const bool informat = spec.name.front() == '@';
     const vxlocfmt::FuncInfo& row = find_spec_row(
