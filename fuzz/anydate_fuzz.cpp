@@ -33,12 +33,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::uint32_t which = in.pick(dateread::template_count + 2);
     const std::uint8_t switches = in.take<std::uint8_t>();
     const std::size_t length = in.pick(301);
-    std::vector<char32_t> text(length);
-    for (auto& c : text) {
-        const std::uint32_t raw = in.take<std::uint32_t>();
-        const std::uint32_t kind = raw >> 28;
-        c = kind == 0 || kind >= 12 ? raw : alphabet[raw % (std::size(alphabet) - 1)];
-    }
+    const std::vector<char32_t> text = vxfuzz::fuzz_text(in, length, alphabet);
     auto exact = vxfuzz::exact_copy(text.data(), text.size());
     const auto n = static_cast<std::int32_t>(length);
 

@@ -50,6 +50,20 @@ private:
     std::size_t at_ = 0;
 };
 
+// `length` characters of a reader's text: a literal code point (any, surrogates and beyond
+// U+10FFFF too) or a huge value five times in sixteen, else a character of `alphabet` (a string
+// literal: its terminating 0 is not drawn).
+template <std::size_t N>
+std::vector<char32_t> fuzz_text(FuzzInput& in, std::size_t length, const char32_t (&alphabet)[N]) {
+    std::vector<char32_t> text(length);
+    for (auto& c : text) {
+        const std::uint32_t raw = in.take<std::uint32_t>();
+        const std::uint32_t kind = raw >> 28;
+        c = kind == 0 || kind >= 12 ? raw : alphabet[raw % (N - 1)];
+    }
+    return text;
+}
+
 // A heap copy of exactly n elements: reading element n is an overflow the sanitizer reports.
 template <class T>
 std::unique_ptr<T[]> exact_copy(const T* source, std::size_t n) {
