@@ -9,6 +9,8 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <functional>
+#include <map>
 #include <memory>
 #include <new>
 #include <stdexcept>
@@ -18,6 +20,7 @@
 #include "embed/reader.h"
 #include "embed/spec.h"
 #include "library.h"
+#include "locale_data.h"
 #include "routine_cache.h"
 #include "time_zone.h"
 
@@ -36,33 +39,42 @@ struct LoadError : std::runtime_error {
 // The configured path; else the host's own rules when $VXLOCFMT_LIBRARY is set; else
 // libvxlocfmt.so beside this module (where the install puts it); else the host's rules, which
 // look beside the server's executable, then ask the dynamic loader, and list every place looked.
-vxhost::Library* load_library() {
-    if (!configured_path.empty()) return new vxhost::Library(configured_path);
-    if (const char* variable = std::getenv("VXLOCFMT_LIBRARY"); variable && *variable) return new vxhost::Library();
-    Dl_info info{};
-    if (dladdr(reinterpret_cast<void*>(&vxpg_format), &info) && info.dli_fname) {
-        const auto beside = std::filesystem::path(info.dli_fname).parent_path() / "libvxlocfmt.so";
-        std::error_code ignored;
-        if (std::filesystem::exists(beside, ignored)) return new vxhost::Library(beside.string());
+std::unique_ptr<vxhost::Library> open_library() {
+    try {
+        if (!configured_path.empty()) return std::make_unique<vxhost::Library>(configured_path);
+        if (const char* variable = std::getenv("VXLOCFMT_LIBRARY"); variable && *variable)
+            return std::make_unique<vxhost::Library>();
+        Dl_info info{};
+        if (dladdr(reinterpret_cast<void*>(&vxpg_format), &info) && info.dli_fname) {
+            const auto beside = std::filesystem::path(info.dli_fname).parent_path() / "libvxlocfmt.so";
+            std::error_code ignored;
+            if (std::filesystem::exists(beside, ignored)) return std::make_unique<vxhost::Library>(beside.string());
+        }
+        return std::make_unique<vxhost::Library>();
+    } catch (const std::runtime_error& refused) {
+        throw LoadError(refused.what());
     }
-    return new vxhost::Library();
 }
 
-// Loaded on first use and kept for the backend's life: the process ends without unloading it,
-// as PostgreSQL never unloads a module either.
-const vxhost::Library& library() {
-    static vxhost::Library* loaded = nullptr;
-    if (!loaded) {
+// One instance of the library per locale. The instance builds its money conventions from the
+// first international or local currency format called on it and keeps them (NLMNIEUR after a
+// de_DE call writes German separators for every later locale); an instance per locale keeps
+// each result a function of its arguments alone, whatever the backend formatted before. Kept
+// for the backend's life, as PostgreSQL keeps its modules; at most one per known locale.
+const vxhost::Library& library_for(const std::string& locale) {
+    static auto* libraries = new std::map<std::string, std::unique_ptr<vxhost::Library>, std::less<>>;
+    static bool zone_pinned = false;
+    if (!zone_pinned) {
         // A timestamp carries no zone: the zone-aware formats and the local-zone readers take UTC,
-        // which also keeps every function's result independent of the server's environment.
+        // which also keeps every result independent of the server's environment.
         vxhost::set_time_zone("UTC");
-        try {
-            loaded = load_library();
-        } catch (const std::runtime_error& refused) {
-            throw LoadError(refused.what());
-        }
+        zone_pinned = true;
     }
-    return *loaded;
+    // An unknown name shares one instance: the session refuses it before any call.
+    const std::string key = vxhost::canonical_locale(locale);
+    auto found = libraries->find(key);
+    if (found == libraries->end()) found = libraries->emplace(key, open_library()).first;
+    return *found->second;
 }
 
 // A database is a byte session: the formats answer through their byte variants in UTF-8, styled
@@ -146,7 +158,7 @@ extern "C" vxpg_outcome vxpg_format(const char* spec, size_t spec_length, const 
                                     char message[VXPG_MESSAGE_SIZE]) {
     return vxpg::guarded(message, [&] {
         vxhost::Formatter& formatter =
-            vxpg::formatters().get(vxpg::library(), {spec, spec_length}, {locale, locale_length});
+            vxpg::formatters().get({spec, spec_length}, {locale, locale_length}, vxpg::library_for);
         const auto result = formatter.format(vxpg::value_for(formatter.kind(), type, value));
         if (result.code == vxlocfmt::st::not_implemented) return vxpg::not_implemented(message, formatter.name());
         *text = result.text.data();
@@ -160,7 +172,7 @@ extern "C" vxpg_outcome vxpg_read(const char* spec, size_t spec_length, const ch
                                   char message[VXPG_MESSAGE_SIZE]) {
     return vxpg::guarded(message, [&] {
         using vxhost::ValueKind;
-        vxhost::Reader& reader = vxpg::readers().get(vxpg::library(), {spec, spec_length}, {locale, locale_length});
+        vxhost::Reader& reader = vxpg::readers().get({spec, spec_length}, {locale, locale_length}, vxpg::library_for);
         const ValueKind kind = reader.kind();
         if (type != vxpg_number && kind != ValueKind::date && kind != ValueKind::datetime)
             throw vxhost::RequestError("informat '" + std::string(spec, spec_length) + "' reads " +

@@ -5,7 +5,7 @@
  * changes every row stays correct, only slower.
  *
  *   static RoutineCache<vxhost::Formatter> formatters("UTF-8");
- *   vxhost::Formatter& f = formatters.get(library, "NLDATE20.", "de_DE");   // throws RequestError
+ *   vxhost::Formatter& f = formatters.get("NLDATE20.", "de_DE", library_for);   // throws RequestError
  */
 #pragma once
 
@@ -17,6 +17,7 @@
 #include <utility>
 
 #include "library.h"
+#include "locale_data.h"
 #include "session.h"
 
 namespace vxpg {
@@ -27,8 +28,10 @@ public:
     // Every session answers in `encoding` ("UTF-8"; empty: wide characters).
     explicit RoutineCache(std::string encoding) : encoding_(std::move(encoding)) {}
 
-    // The routine's constructor checks SPEC and the locale; its RequestError leaves the cache as it was.
-    Routine& get(const vxhost::Library& library, std::string_view spec, std::string_view locale) {
+    // On a miss, `library_for(locale id)` gives the library the routine is made on. The routine's
+    // constructor checks SPEC and the locale; its RequestError leaves the cache as it was.
+    template <class LibraryFor>
+    Routine& get(std::string_view spec, std::string_view locale, LibraryFor&& library_for) {
         if (last_ && last_->matches(spec, locale)) return *last_->routine;
         for (Entry& entry : entries_) {
             if (entry.routine && entry.matches(spec, locale)) {
@@ -36,7 +39,9 @@ public:
                 return *entry.routine;
             }
         }
-        auto routine = std::make_unique<Routine>(library, spec, vxhost::SessionOptions{.locale = std::string(locale), .encoding = encoding_});
+        // "de_DE.UTF-8", as lc_time names it, is de_DE; the session refuses what is still unknown.
+        const vxhost::SessionOptions options{.locale = vxhost::environment_locale_spelling(locale), .encoding = encoding_};
+        auto routine = std::make_unique<Routine>(library_for(options.locale), spec, options);
         Entry& slot = entries_[next_];
         next_ = (next_ + 1) % entries_.size();
         slot = Entry{std::string(spec), std::string(locale), std::move(routine)};

@@ -19,10 +19,10 @@ while IFS=$'\t' read -r kind spec locale input; do
   case "$kind" in
     format)
       read -r -a values <<<"$input"
-      paste <(printf '%s\n' "${values[@]}") <(TZ=UTC "$cli" format "$spec" -l "$locale" "${values[@]}" | escape) |
+      paste <(printf '%s\n' "${values[@]}") <(TZ=UTC "$cli" format "$spec" -l "$locale" --encoding UTF-8 "${values[@]}" | escape) |
         sed "s/^/format\t$spec\t$locale\t/" ;;
     read)
-      printf 'read\t%s\t%s\t%s\t%s\n' "$spec" "$locale" "$input" "$(TZ=UTC "$cli" read "$spec" -l "$locale" "$input" 2>/dev/null | escape || true)" ;;
+      printf 'read\t%s\t%s\t%s\t%s\n' "$spec" "$locale" "$input" "$(TZ=UTC "$cli" read "$spec" -l "$locale" --encoding UTF-8 "$input" 2>/dev/null | escape || true)" ;;
     *) continue ;;
   esac
 done < <(grep -v '^#' "$here/cli_cases.txt") >"$VXPG_CLI_DATA"
@@ -36,5 +36,9 @@ if ! "$regress" --bindir="$vxpg_bin" --inputdir="$here" --outputdir="$vxpg_dir/r
     setup formats reading errors cli_peer round_trip parallel; then
   cat "$vxpg_dir/regress/regression.diffs" 2>/dev/null || true
   tail -n 20 "$vxpg_dir/server.log"
+  # Kept for a look (results/*.out are what expected/ would become).
+  rm -rf "$build/postgresql/regress"
+  cp -r "$vxpg_dir/regress" "$build/postgresql/regress"
+  cp "$VXPG_CLI_DATA" "$build/postgresql/regress/"
   exit 1
 fi
