@@ -2,7 +2,8 @@
 # The extension inside PostgreSQL beside the server's own functions doing the same job, one
 # backend, no parallel workers, no JIT, best of three runs:
 #   vx_format(d, 'NLDATE20.', 'de_DE')  beside  to_char(d, 'DD. TMMonth YYYY') with lc_time de_DE
-#   vx_read(t, 'ANYDATE')               beside  t::timestamp, on ISO texts
+#   vx_read(t, 'ANYDATE')               beside  t::timestamp, on ISO texts (and the template
+#                                               name of the form, E8601DT)
 # Each query is `SELECT count(f(x)) FROM table`; a `count(x)` over the same table is the scan's
 # own cost, taken off to give the function's cost per row ("net").
 #   bench/postgresql.sh BUILD_DIR            one million rows (scripts/bench.sh)
@@ -70,11 +71,13 @@ line "to_char(d, 'DD. TMMonth YYYY')" "$tc" "$scan"
 format_ratio=$(ratio "$tc" "$vx" "$scan")
 echo "  to_char / vx_format (net): $format_ratio"
 rd=$(best_ms "vx_read(t, 'ANYDATE')")
+named=$(best_ms "vx_read(t, 'E8601DT')")
 cast=$(best_ms "t::timestamp")
 line "t (the scan alone)" "$scan_text" "$scan_text"
 line "vx_read(t, 'ANYDATE')" "$rd" "$scan_text"
+line "vx_read(t, 'E8601DT')" "$named" "$scan_text"
 line "t::timestamp" "$cast" "$scan_text"
-echo "  t::timestamp / vx_read (net): $(ratio "$cast" "$rd" "$scan_text")"
+echo "  t::timestamp / vx_read ANYDATE (net): $(ratio "$cast" "$rd" "$scan_text"); / vx_read E8601DT: $(ratio "$cast" "$named" "$scan_text")"
 read -r format_differs read_differs <<<"$check"
 echo "  texts differing from to_char(d, 'FMDD. TMMonth YYYY'): $format_differs; values differing from t::timestamp: $read_differs"
 [ "$format_differs" = 0 ] && [ "$read_differs" = 0 ] || { echo "the two sides did not do the same job"; exit 1; }
