@@ -13,6 +13,7 @@
 #include <map>
 #include <memory>
 #include <new>
+#include <optional>
 #include <stdexcept>
 #include <string>
 
@@ -36,21 +37,32 @@ struct LoadError : std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
-// The configured path; else the host's own rules when $VXLOCFMT_LIBRARY is set; else
-// libvxlocfmt.so beside this module (where the install puts it); else the host's rules, which
-// look beside the server's executable, then ask the dynamic loader, and list every place looked.
+// The configured path; else the host's own rules when $VXLOCFMT_LIBRARY is set (empty: the
+// host decides); else libvxlocfmt.so beside this module (where the install puts it); else the
+// host's rules, which look beside the server's executable, then ask the dynamic loader, and list
+// every place looked.
+std::string path_to_load() {
+    if (!configured_path.empty()) return configured_path;
+    if (const char* variable = std::getenv("VXLOCFMT_LIBRARY"); variable && *variable) return {};
+    Dl_info info{};
+    if (dladdr(reinterpret_cast<void*>(&vxpg_format), &info) && info.dli_fname) {
+        const auto beside = std::filesystem::path(info.dli_fname).parent_path() / "libvxlocfmt.so";
+        std::error_code ignored;
+        if (std::filesystem::exists(beside, ignored)) return beside.string();
+    }
+    return {};
+}
+
+// The path the first instance was loaded from: every later locale's comes from the same file.
+// Until a load succeeds, each attempt looks again (a corrected setting takes effect).
+std::optional<std::string> settled_path;
+
 std::unique_ptr<vxhost::Library> open_library() {
+    const std::string path = settled_path ? *settled_path : path_to_load();
     try {
-        if (!configured_path.empty()) return std::make_unique<vxhost::Library>(configured_path);
-        if (const char* variable = std::getenv("VXLOCFMT_LIBRARY"); variable && *variable)
-            return std::make_unique<vxhost::Library>();
-        Dl_info info{};
-        if (dladdr(reinterpret_cast<void*>(&vxpg_format), &info) && info.dli_fname) {
-            const auto beside = std::filesystem::path(info.dli_fname).parent_path() / "libvxlocfmt.so";
-            std::error_code ignored;
-            if (std::filesystem::exists(beside, ignored)) return std::make_unique<vxhost::Library>(beside.string());
-        }
-        return std::make_unique<vxhost::Library>();
+        auto library = path.empty() ? std::make_unique<vxhost::Library>() : std::make_unique<vxhost::Library>(path);
+        settled_path = path;
+        return library;
     } catch (const std::runtime_error& refused) {
         throw LoadError(refused.what());
     }

@@ -77,6 +77,7 @@ static Datum format_datum(FunctionCallInfo fcinfo, vxpg_value_type type, double 
     const vxpg_outcome outcome = vxpg_format(VARDATA_ANY(spec), VARSIZE_ANY_EXHDR(spec), VARDATA_ANY(locale),
                                              VARSIZE_ANY_EXHDR(locale), type, value, &out, &length, message);
     if (outcome != vxpg_ok) raise_outcome(outcome, message);
+    if (length == 0) out = "";  /* an empty view may carry no pointer */
     PG_RETURN_TEXT_P(text_from_utf8(out, length));
 }
 

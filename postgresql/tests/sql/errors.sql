@@ -1,5 +1,6 @@
 -- Refusals raise errors with their SQLSTATE: 22023 for what names a format, informat, width,
--- decimals or locale the library does not have, 22007 for a strict read of an unreadable text.
+-- decimals or locale the library does not have, 22007 for a strict read of an unreadable text,
+-- 58P01 for a library that cannot be loaded.
 CREATE FUNCTION error_of(query text) RETURNS text LANGUAGE plpgsql AS $$
 BEGIN
     EXECUTE query;
@@ -7,6 +8,13 @@ BEGIN
 EXCEPTION WHEN OTHERS THEN
     RETURN SQLSTATE || ': ' || SQLERRM;
 END $$;
+
+-- First, before this backend has loaded the library: a library that cannot be loaded, and a
+-- corrected setting taken by the next call.
+SET vxlocfmt.library = '/nonexistent/libvxlocfmt.so';
+SELECT error_of($q$SELECT vx_format(1, 'NLDATE20.')$q$) AS bad_library;
+RESET vxlocfmt.library;
+SELECT vx_format(1, 'NLDATE20.') AS after_reset;
 
 SELECT query, error_of(query) AS error
 FROM (VALUES ($q$SELECT vx_format(1, 'NLDATX20.')$q$),             -- unknown format
