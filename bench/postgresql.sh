@@ -15,6 +15,7 @@ short=0
 [ "${2:-}" = "--short" ] && short=1
 rows=1000000 runs=3
 ((short)) && rows=20000 runs=1
+# shellcheck source-path=SCRIPTDIR source=../postgresql/tests/server.sh
 source "$(dirname "$0")/../postgresql/tests/server.sh"
 
 # lc_time needs the system's de_DE.UTF-8; without it, one compiled for the server alone.
@@ -46,7 +47,7 @@ best_ms() {
     echo "SET jit = off;"
     echo "SET lc_time = 'de_DE.UTF-8';"
     echo "SELECT count($1) FROM days;"  # warm: the library loaded, the table in shared buffers
-    echo '\timing on'
+    printf '%s\n' '\timing on'
     for ((k = 0; k < runs; ++k)); do echo "SELECT count($1) FROM days;"; done
   } | sql | sed -n 's/^Time: \([0-9.]*\) ms.*/\1/p' | sort -g | head -n 1
 }
@@ -80,7 +81,10 @@ line "t::timestamp" "$cast" "$scan_text"
 echo "  t::timestamp / vx_read ANYDATE (net): $(ratio "$cast" "$rd" "$scan_text"); / vx_read E8601DT: $(ratio "$cast" "$named" "$scan_text")"
 read -r format_differs read_differs <<<"$check"
 echo "  texts differing from to_char(d, 'FMDD. TMMonth YYYY'): $format_differs; values differing from t::timestamp: $read_differs"
-[ "$format_differs" = 0 ] && [ "$read_differs" = 0 ] || { echo "the two sides did not do the same job"; exit 1; }
+if [ "$format_differs" != 0 ] || [ "$read_differs" != 0 ]; then
+  echo "the two sides did not do the same job"
+  exit 1
+fi
 if ((short)); then
   echo "  (short run: no goal judged)"
 else

@@ -5,7 +5,7 @@
 set -euo pipefail
 build=$(cd "$1" && pwd)
 here=$(cd "$(dirname "$0")" && pwd)
-# shellcheck source=server.sh
+# shellcheck source-path=SCRIPTDIR source=server.sh
 source "$here/server.sh"
 vxpg_start "$build"
 

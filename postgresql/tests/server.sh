@@ -35,13 +35,15 @@ vxpg_start() {
   config=$(command -v pg_config || echo /usr/lib/postgresql/15/bin/pg_config)
   [ -x "$config" ] || vxpg_skip "no pg_config (install postgresql-15 and postgresql-server-dev-15)"
   vxpg_bin=$("$config" --bindir)
-  [ -x "$vxpg_bin/initdb" ] && [ -x "$vxpg_bin/pg_ctl" ] || vxpg_skip "no PostgreSQL server in $vxpg_bin"
+  if [ ! -x "$vxpg_bin/initdb" ] || [ ! -x "$vxpg_bin/pg_ctl" ]; then vxpg_skip "no PostgreSQL server in $vxpg_bin"; fi
   [ -f "$build/postgresql/vxlocfmt.so" ] || vxpg_skip "the extension was not built (no server headers at configure time)"
 
   # The server's folders belong to root on Debian: only root (or their owner) can install.
   local extension_dir
   extension_dir="$("$config" --sharedir)/extension"
-  [ -w "$extension_dir" ] && [ -w "$("$config" --pkglibdir)" ] || vxpg_skip "cannot write to $extension_dir (run as root)"
+  if [ ! -w "$extension_dir" ] || [ ! -w "$("$config" --pkglibdir)" ]; then
+    vxpg_skip "cannot write to $extension_dir (run as root)"
+  fi
   cmake --install "$build" --component postgresql >/dev/null
 
   # initdb refuses root: the server runs as the Debian 'postgres' user, else one made for it.
