@@ -62,7 +62,8 @@ static void pg_attribute_noreturn() raise_outcome(vxpg_outcome outcome, const ch
     pg_unreachable();
 }
 
-/* The library's UTF-8 as a text datum in the database encoding (no copy when it is UTF-8). */
+/* The library's UTF-8 as a text datum in the database encoding (converted first only when the
+   database is not UTF-8). */
 static text* text_from_utf8(const char* utf8, size_t length) {
     const char* server = pg_any_to_server(utf8, (int)length, PG_UTF8);
     return cstring_to_text_with_len(server, server == utf8 ? (int)length : (int)strlen(server));

@@ -33,7 +33,7 @@ regress=$("$(command -v pg_config)" --pkglibdir)/pgxs/src/test/regress/pg_regres
 mkdir -p "$vxpg_dir/regress"
 if ! "$regress" --bindir="$vxpg_bin" --inputdir="$here" --outputdir="$vxpg_dir/regress" \
     --host="$PGHOST" --port="$PGPORT" --user=postgres --dbname=vxlocfmt_regress \
-    setup formats reading errors cli_peer round_trip parallel; then
+    setup formats reading errors encoding cli_peer round_trip parallel; then
   cat "$vxpg_dir/regress/regression.diffs" 2>/dev/null || true
   tail -n 20 "$vxpg_dir/server.log"
   # Kept for a look (results/*.out are what expected/ would become).
