@@ -14,13 +14,6 @@ namespace {
 
 constexpr std::size_t suggestion_count = 4;
 
-// "pt_BR.UTF-8" and "de_DE@euro" as the host spells them; "C" and "POSIX" are its en_US_POSIX.
-std::string host_spelling(std::string_view name) {
-    name = name.substr(0, std::min(name.find('.'), name.find('@')));
-    if (name == "C" || name == "POSIX") return "en_US_POSIX";
-    return std::string(name);
-}
-
 std::string folded(std::string_view text) {
     std::string out;
     for (const char c : text) out += c == '-' ? '_' : static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
@@ -43,7 +36,7 @@ std::size_t edit_distance(const std::string& a, const std::string& b) {
 }
 
 std::string nearest_names(std::string_view name) {
-    const std::string wanted = folded(host_spelling(name));
+    const std::string wanted = folded(vxhost::environment_locale_spelling(name));
     std::vector<std::pair<std::size_t, std::string>> ranked;
     for (const std::string& known : vxhost::locale_names())
         ranked.emplace_back(edit_distance(wanted, folded(known)), known);
@@ -57,7 +50,7 @@ std::string nearest_names(std::string_view name) {
 }  // namespace
 
 std::string resolve_locale(std::string_view name) {
-    std::string id = vxhost::canonical_locale(host_spelling(name));
+    std::string id = vxhost::canonical_locale(vxhost::environment_locale_spelling(name));
     if (id.empty())
         throw UsageError("unknown locale " + std::string(name) + " (nearest: " + nearest_names(name) +
                          "; see vxlocfmt list locales)");
@@ -70,7 +63,7 @@ std::string environment_locale() {
         if (!value || !*value) continue;
         const std::string_view language = std::string_view(value).substr(0, std::string_view(value).find('.'));
         if (language == "C" || language == "POSIX") break;  // no locale chosen: the documented default
-        std::string id = vxhost::canonical_locale(host_spelling(value));
+        std::string id = vxhost::canonical_locale(vxhost::environment_locale_spelling(value));
         if (!id.empty()) return id;
         std::fprintf(stderr, "vxlocfmt: $%s names a locale the host does not know (%s); using en_US\n", variable,
                      value);

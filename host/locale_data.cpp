@@ -159,6 +159,12 @@ std::string canonical_locale(std::string_view name) {
     return it != names.end() && it->first == folded ? std::string(it->second) : std::string();
 }
 
+std::string environment_locale_spelling(std::string_view name) {
+    name = name.substr(0, std::min(name.find('.'), name.find('@')));
+    if (name == "C" || name == "POSIX") return "en_US_POSIX";
+    return std::string(name);
+}
+
 const unsigned char* locale_block(std::string_view canonical_id) {
     static std::mutex mutex;
     static std::map<std::string, std::unique_ptr<unsigned char[]>, std::less<>> blocks;

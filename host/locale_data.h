@@ -26,6 +26,9 @@ inline constexpr std::size_t locale_block_size = locale_strings_offset + locale_
 // The host's id for a locale name ("de-DE", "de_DE", "DE_de", "sr-Latn-RS"; "zh-CN" gives
 // "zh_Hans_CN", whose script is the likely one), or empty when unknown.
 std::string canonical_locale(std::string_view name);
+// A name as environments and databases write it, spelt as canonical_locale takes it:
+// "pt_BR.UTF-8" and "de_DE@euro" lose their code set and modifier; "C" and "POSIX" are en_US_POSIX.
+std::string environment_locale_spelling(std::string_view name);
 // Every locale id the host knows, sorted; "root" and "en_US_POSIX" among them.
 const std::vector<std::string>& locale_names();
 // The block of a canonical id; null when unknown. The block lives as long as the process.

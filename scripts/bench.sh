@@ -2,7 +2,8 @@
 # Builds the benchmarks (build-bench/) and runs them all: every other bench/ program as it
 # stands, then bench_formats (our formats beside ICU udat_format, strftime_l and a hand-written
 # floor, one table with the ratios peer/us), then the CLI's bulk mode on one million lines beside
-# GNU date -f and a Python one-liner doing the same job.
+# GNU date -f and a Python one-liner doing the same job, then the PostgreSQL extension beside the
+# server's to_char and timestamp cast (bench/postgresql.sh).
 #
 #   scripts/bench.sh           the whole run (about three minutes on two cores)
 #   scripts/bench.sh --short   seconds: proves that every benchmark builds and runs; no time is
@@ -111,3 +112,13 @@ if ((short)); then
 else
   awk -v r="$ours" 'BEGIN { printf "  goal: NLDATE bulk >= 3000000 values per CPU second on one core: %s (%.0f)\n", (r >= 3000000 ? "met" : "MISSED"), r }'
 fi
+
+# ---- Inside PostgreSQL: the extension beside to_char and the timestamp cast --------------------
+echo
+echo "== PostgreSQL (bench/postgresql.sh)"
+pg_status=0
+if ((short)); then bench/postgresql.sh "$dir" --short || pg_status=$?
+else bench/postgresql.sh "$dir" || pg_status=$?
+fi
+# 77: no server could be started here (not root, no PostgreSQL 15); said above.
+[ "$pg_status" -eq 0 ] || [ "$pg_status" -eq 77 ] || exit "$pg_status"

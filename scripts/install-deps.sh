@@ -2,6 +2,8 @@
 # Installs the Debian packages the build and tests need, only those missing.
 set -euo pipefail
 packages=(cmake ninja-build g++ pkg-config libicu-dev libgtest-dev libgmock-dev libbenchmark-dev)
+# The PostgreSQL extension and its SQL tests against a server of their own (postgresql/).
+packages+=(postgresql-15 postgresql-server-dev-15)
 # The any-date reader's peer comparison (scripts/anydate_peers.py) only: VXLOCFMT_PEERS=1.
 [ "${VXLOCFMT_PEERS:-0}" = 1 ] && packages+=(python3-dateutil python3-pandas)
 missing=()
