@@ -23,9 +23,33 @@ def _format_series(series, spec, locale=None, encoding=None):
     return pd.Series(texts.astype(object), index=series.index, name=series.name)
 
 
+# What nanoseconds in 64 bits hold, whole days inside, in microseconds.
+_NANOSECOND_DATES = np.datetime64("1677-09-22", "us"), np.datetime64("2262-04-11", "us")
+_NANOSECOND_SPAN = np.timedelta64(106751, "D").astype("timedelta64[us]")
+
+
+def _in_nanoseconds(values, errors):
+    """datetime64 or timedelta64 as pandas holds them (nanoseconds, years 1677 to 2262): what
+    falls outside is NaT when coercing, else pandas' OutOfBoundsDatetime."""
+    values = values.astype(f"{values.dtype.kind}8[us]")  # every value the library gives fits microseconds
+    if values.dtype.kind == "M":
+        low, high = _NANOSECOND_DATES
+    else:
+        low, high = -_NANOSECOND_SPAN, _NANOSECOND_SPAN
+    outside = (values < low) | (values > high)
+    if outside.any():
+        if errors == "raise":
+            pd.Series(values[outside][:1])  # raises, naming the first value
+        values = values.copy()
+        values[outside] = np.datetime64("NaT") if values.dtype.kind == "M" else np.timedelta64("NaT")
+    return values.astype(f"{values.dtype.kind}8[ns]")
+
+
 def _read_series(series, spec, locale=None, as_datetime=False, errors="coerce"):
     from . import read
     values = read(series, spec, locale=locale, as_datetime=as_datetime, errors=errors)
+    if values.dtype.kind in "mM":
+        values = _in_nanoseconds(values, errors)
     return pd.Series(values, index=series.index, name=series.name)
 
 
