@@ -1,4 +1,5 @@
 """Shared fixtures: the CLI as an oracle and one Dask cluster per session."""
+import logging
 import math
 import os
 import subprocess
@@ -34,5 +35,5 @@ def cli():
 def dask_client():
     import distributed
     with distributed.LocalCluster(n_workers=2, threads_per_worker=2, processes=True, dashboard_address=None,
-                                  silence_logs="error") as cluster, distributed.Client(cluster) as client:
+                                  silence_logs=logging.ERROR) as cluster, distributed.Client(cluster) as client:
         yield client

@@ -45,17 +45,20 @@ def test_format_agrees_with_cli(cli, spec, locale, encoding, values):
     assert list(ours) == theirs
 
 
-# Texts to read come from formats, so every reader sees a few thousand realistic shapes.
+# Texts to read come from formats, so every reader sees a few thousand realistic shapes; the
+# readers take four-digit years.
+read_days = rng.integers(-138061, 2936549, COUNT).astype(float)
+
 def _texts(spec, locale, values):
     return [str(text).strip() for text in vxlocfmt.format(values, spec, locale=locale)]
 
 
 READS = [
-    ("ANYDATE", "en_US", _texts("NLDATE20.", "en_US", days[:COUNT // 2]) + _texts("NLDATM30.", "en_US", seconds[:COUNT // 2])),
-    ("ANYDATE", "de_DE", _texts("NLDATES10.", "de_DE", days)),
-    ("B8601DA", "en_US", [str(d) for d in (days[5:] - 3653).astype("datetime64[D]")]),
+    ("ANYDATE", "en_US", _texts("NLDATE20.", "en_US", read_days[:COUNT // 2]) + list(np.datetime_as_string((seconds[3:COUNT // 2] - 315619200).astype("datetime64[s]")))),
+    ("ANYDATE", "de_DE", _texts("NLDATES10.", "en_US", read_days) + _texts("NLTIME11.", "en_US", of_day)),
+    ("B8601DA", "en_US", [str(d) for d in (read_days - 3653).astype("datetime64[D]")]),
     ("DOLLAR", "en_US", _texts("DOLLAR20.2", "en_US", amounts) + ["", "zz", "$", "1e3"]),
-    ("MMDDYY10.", "en_US", _texts("NLDATES10.", "en_US", days)),
+    ("MMDDYY10.", "en_US", _texts("NLDATES10.", "en_US", read_days)),
     ("PERCENT", "en_US", _texts("PERCENT12.1", "en_US", amounts / 1e6)),
 ]
 
@@ -65,3 +68,4 @@ def test_read_agrees_with_cli(cli, spec, locale, texts):
     ours = vxlocfmt.read(texts, spec, locale=locale)
     theirs, stderr, _ = cli("read", spec, "-l", locale, "--keep-going", lines=texts)
     np.testing.assert_array_equal(ours, cli_numbers(theirs), err_msg=stderr)
+    assert np.count_nonzero(~np.isnan(ours)) >= 0.9 * len(texts)  # agreement on values, not on failures
