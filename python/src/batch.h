@@ -4,7 +4,7 @@
  * reader into doubles. Nothing here touches Python objects.
  *
  *   vxpy::format_rows(f, values, n, rows, f.width());   // rows: n * width code points
- *   vxpy::ReadFailure failure = vxpy::read_texts(r, texts, values, true);
+ *   vxpy::ReadFailure failure = vxpy::read_texts(r, texts, 0, texts.ends.size(), values, true);
  */
 #pragma once
 
@@ -48,9 +48,10 @@ struct ReadFailure {
     std::uint32_t status = 0;
 };
 
-// Reads every text into `values` (the missing value where nothing was read); with
-// `stop_at_failure`, stops at the first text the informat could not read. Missing texts read as
-// missing and are no failure; nor is an empty text, read as missing as pandas does.
-ReadFailure read_texts(vxhost::Reader& reader, const TextColumn& texts, double* values, bool stop_at_failure);
+// Reads texts [begin, end) into values[begin, end) (the missing value where nothing was read);
+// with `stop_at_failure`, stops at the first text the informat could not read. Missing texts
+// read as missing and are no failure; nor is an empty text, read as missing as pandas does.
+ReadFailure read_texts(vxhost::Reader& reader, const TextColumn& texts, std::size_t begin, std::size_t end,
+                       double* values, bool stop_at_failure);
 
 }  // namespace vxpy

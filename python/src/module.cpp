@@ -15,6 +15,7 @@
 #include "embed/catalog.h"
 #include "library_path.h"
 #include "locale_data.h"
+#include "slices.h"
 #include "warm_cache.h"
 
 namespace py = pybind11;
@@ -43,8 +44,9 @@ void build_currency_conventions_once(vxhost::Formatter& formatter) {
 }
 
 py::array format_values(py::array_t<double, py::array::c_style | py::array::forcecast> values, std::string spec,
-                        std::string locale, std::string encoding) {
-    vxhost::Formatter& formatter = vxpy::warm_formatter(request(spec, locale, encoding));
+                        std::string locale, std::string encoding, unsigned threads) {
+    const vxpy::Request wanted = request(spec, locale, encoding);
+    vxhost::Formatter& formatter = vxpy::warm_formatter(wanted);
     build_currency_conventions_once(formatter);
     const bool bytes = !encoding.empty();
     const auto count = static_cast<std::size_t>(values.size());
@@ -54,8 +56,14 @@ py::array format_values(py::array_t<double, py::array::c_style | py::array::forc
     void* out = column.mutable_data();
     {
         py::gil_scoped_release released;
-        if (bytes) vxpy::format_byte_rows(formatter, in, count, static_cast<char*>(out), width);
-        else vxpy::format_rows(formatter, in, count, static_cast<char32_t*>(out), width);
+        vxpy::in_slices(count, threads, [&](std::size_t begin, std::size_t end, std::size_t slice) {
+            // Each thread its own formatter: the calling thread's is `formatter`.
+            vxhost::Formatter& mine = slice == 0 ? formatter : vxpy::warm_formatter(wanted);
+            if (bytes)
+                vxpy::format_byte_rows(mine, in + begin, end - begin, static_cast<char*>(out) + begin * width, width);
+            else
+                vxpy::format_rows(mine, in + begin, end - begin, static_cast<char32_t*>(out) + begin * width, width);
+        });
     }
     return column;
 }
@@ -95,16 +103,24 @@ vxpy::TextColumn gather_texts(const py::handle& texts, const py::handle& missing
 
 // (values, position of the first failure or -1, its status)
 py::tuple read_texts(const py::handle& texts, std::string spec, std::string locale, bool stop_at_failure,
-                     const py::handle& missing_test) {
-    vxhost::Reader& reader = vxpy::warm_reader(request(spec, locale));
+                     const py::handle& missing_test, unsigned threads) {
+    const vxpy::Request wanted = request(spec, locale);
+    vxhost::Reader& reader = vxpy::warm_reader(wanted);
     const vxpy::TextColumn column = gather_texts(texts, missing_test);
     py::array_t<double> values(static_cast<py::ssize_t>(column.ends.size()));
     double* out = values.mutable_data();
-    vxpy::ReadFailure failure;
+    std::vector<vxpy::ReadFailure> failures(std::max(threads, 1u));
     {
         py::gil_scoped_release released;
-        failure = vxpy::read_texts(reader, column, out, stop_at_failure);
+        vxpy::in_slices(column.ends.size(), threads, [&](std::size_t begin, std::size_t end, std::size_t slice) {
+            vxhost::Reader& mine = slice == 0 ? reader : vxpy::warm_reader(wanted);
+            failures[slice] = vxpy::read_texts(mine, column, begin, end, out, stop_at_failure);
+        });
     }
+    // The first failure of the column: slices are in order.
+    vxpy::ReadFailure failure;
+    for (const vxpy::ReadFailure& found : failures)
+        if (found.position >= 0) { failure = found; break; }
     return py::make_tuple(values, failure.position, failure.status);
 }
 
@@ -126,9 +142,9 @@ PYBIND11_MODULE(_native, m) {
     m.doc() = "vxlocfmt's formats and informats over the host runtime (see the vxlocfmt package)";
     py::register_exception<vxhost::RequestError>(m, "RequestError", PyExc_ValueError);
     m.def("format_values", &format_values, py::arg("values"), py::arg("spec"), py::arg("locale"),
-          py::arg("encoding"));
+          py::arg("encoding"), py::arg("threads") = 1);
     m.def("read_texts", &read_texts, py::arg("texts"), py::arg("spec"), py::arg("locale"),
-          py::arg("stop_at_failure"), py::arg("missing_test"));
+          py::arg("stop_at_failure"), py::arg("missing_test"), py::arg("threads") = 1);
     m.def("format_of", &format_of, py::arg("spec"), py::arg("locale"), py::arg("encoding"));
     m.def("informat_of", &informat_of, py::arg("spec"), py::arg("locale"));
     m.def("resolve_locale", &vxpy::resolve_locale, py::arg("name"));

@@ -40,28 +40,29 @@ def _missing_test(item):
         return type(item).__name__ == "NAType"
 
 
-def format(values, spec, locale=None, encoding=None):  # noqa: A001 - the name users look for
+def format(values, spec, locale=None, encoding=None, threads=1):  # noqa: A001 - the name users look for
     """Formats a number, date or datetime (a str) or a sequence of them (an array of str).
 
     `spec` is NAME, NAMEw. or NAMEw.d as on the command line ("NLDATE20.", "NLNUM12.2").
     `locale` defaults to the environment's ($LC_ALL, $LANG), else en_US. With `encoding`, texts
-    come back as bytes in that encoding, as the host receives them."""
+    come back as bytes in that encoding, as the host receives them. With `threads` above 1, a
+    long column (from 65,536 values a thread) is cut into slices formatted side by side."""
     locale, encoding = locale or "", encoding or ""
     _, kind, _, _ = _native.format_of(spec, locale, encoding)
     numbers_ = to_numbers([values] if _is_scalar(values) else values, kind)
-    texts = _native.format_values(numbers_, spec, locale, encoding)
+    texts = _native.format_values(numbers_, spec, locale, encoding, threads)
     if _is_scalar(values):
         return texts[0].item()
     return texts.reshape(np.shape(values)) if isinstance(values, np.ndarray) else texts
 
 
-def read(texts, spec, locale=None, as_datetime=False, errors="coerce"):
+def read(texts, spec, locale=None, as_datetime=False, errors="coerce", threads=1):
     """Reads a text (a float) or a sequence of texts (a float64 array); NaN where nothing was read.
 
     With `as_datetime`, a date, datetime or any-date informat gives datetime64 (and a time
     informat timedelta64), NaT where nothing was read. `errors="raise"` raises ReadError naming
     the first text that could not be read, its position and the informat's status; None, NaN and
-    empty texts are missing values either way."""
+    empty texts are missing values either way. `threads` as for `format`."""
     if errors not in ("coerce", "raise"):
         raise ValueError(f"errors must be 'coerce' or 'raise', not {errors!r}")
     locale = locale or ""
@@ -70,7 +71,7 @@ def read(texts, spec, locale=None, as_datetime=False, errors="coerce"):
     items = [texts] if scalar else texts
     if isinstance(items, np.ndarray) or hasattr(items, "to_numpy"):
         items = items.tolist()
-    values, position, status = _native.read_texts(items, spec, locale, errors == "raise", _missing_test)
+    values, position, status = _native.read_texts(items, spec, locale, errors == "raise", _missing_test, threads)
     if position >= 0:
         raise ReadError(name, items[position], position, status)
     if as_datetime:

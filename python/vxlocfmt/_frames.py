@@ -17,9 +17,9 @@ except ImportError:  # the package works on NumPy alone
     pd = None
 
 
-def _format_series(series, spec, locale=None, encoding=None):
+def _format_series(series, spec, locale=None, encoding=None, threads=1):
     from . import format as format_values
-    texts = format_values(series, spec, locale=locale, encoding=encoding)
+    texts = format_values(series, spec, locale=locale, encoding=encoding, threads=threads)
     return pd.Series(texts.astype(object), index=series.index, name=series.name)
 
 
@@ -45,9 +45,9 @@ def _in_nanoseconds(values, errors):
     return values.astype(f"{values.dtype.kind}8[ns]")
 
 
-def _read_series(series, spec, locale=None, as_datetime=False, errors="coerce"):
+def _read_series(series, spec, locale=None, as_datetime=False, errors="coerce", threads=1):
     from . import read
-    values = read(series, spec, locale=locale, as_datetime=as_datetime, errors=errors)
+    values = read(series, spec, locale=locale, as_datetime=as_datetime, errors=errors, threads=threads)
     if values.dtype.kind in "mM":
         values = _in_nanoseconds(values, errors)
     return pd.Series(values, index=series.index, name=series.name)
@@ -84,8 +84,9 @@ if pd is not None:
         def __init__(self, series):
             self._series = series
 
-        def format(self, spec, locale=None, encoding=None):
-            return _format_series(self._series, spec, locale=locale, encoding=encoding)
+        def format(self, spec, locale=None, encoding=None, threads=1):
+            return _format_series(self._series, spec, locale=locale, encoding=encoding, threads=threads)
 
-        def read(self, spec, locale=None, as_datetime=False, errors="coerce"):
-            return _read_series(self._series, spec, locale=locale, as_datetime=as_datetime, errors=errors)
+        def read(self, spec, locale=None, as_datetime=False, errors="coerce", threads=1):
+            return _read_series(self._series, spec, locale=locale, as_datetime=as_datetime, errors=errors,
+                                threads=threads)
