@@ -2,6 +2,7 @@
 from concurrent.futures import ThreadPoolExecutor
 
 import numpy as np
+import pytest
 
 import vxlocfmt
 
@@ -30,3 +31,14 @@ def test_threads_agree_with_one_thread():
         assert list(their_texts) == list(texts[chunk])
         np.testing.assert_array_equal(their_values, values[chunk])
     np.testing.assert_array_equal(values / 86400, days)
+
+
+def test_slices_over_threads_agree():
+    long = np.resize(days, 3 * 65536 + 5)
+    texts = vxlocfmt.format(long, "NLDATE20.", locale="en_US")
+    assert (vxlocfmt.format(long, "NLDATE20.", locale="en_US", threads=3) == texts).all()
+    np.testing.assert_array_equal(vxlocfmt.read(texts, "ANYDATE", threads=3), vxlocfmt.read(texts, "ANYDATE"))
+    spoiled = list(texts)
+    spoiled[100_000] = spoiled[190_000] = "never"  # in the second and third slices: the first is named
+    with pytest.raises(vxlocfmt.ReadError, match="'never' at position 100000"):
+        vxlocfmt.read(spoiled, "ANYDATE", errors="raise", threads=3)
