@@ -16,6 +16,7 @@
 #include "library_path.h"
 #include "locale_data.h"
 #include "slices.h"
+#include "values.h"
 #include "warm_cache.h"
 
 namespace py = pybind11;
@@ -151,6 +152,12 @@ PYBIND11_MODULE(_native, m) {
     m.def("formats", [] { return vxhost::format_names(vxpy::shared_library()); });
     m.def("informats", [] { return vxhost::informat_names(vxpy::shared_library()); });
     m.def("locales", [] { return vxhost::locale_names(); });
+    m.def("missing", [](const std::string& code) {
+        const std::optional<double> value = vxcli::parse_value(code);
+        if (!value || !std::isnan(*value))
+            throw vxhost::RequestError("'" + code + "' is not a missing-value code (., ._, .A to .Z)");
+        return *value;
+    }, py::arg("code") = ".");
     m.def("library_candidates", &vxpy::library_candidates);
     m.def("open", [] { vxpy::shared_library(); }, "Loads libvxlocfmt.so now (raises if it cannot).");
 }

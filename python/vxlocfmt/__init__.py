@@ -15,9 +15,11 @@ import numpy as np
 
 from . import _native
 from ._native import RequestError
+
+RequestError.__module__ = __name__  # vxlocfmt.RequestError, as users catch it
 from ._values import from_numbers, to_numbers
 
-__all__ = ["format", "read", "formats", "informats", "locales", "RequestError", "ReadError"]
+__all__ = ["format", "read", "formats", "informats", "locales", "missing", "RequestError", "ReadError"]
 
 
 class ReadError(ValueError):
@@ -77,6 +79,12 @@ def read(texts, spec, locale=None, as_datetime=False, errors="coerce", threads=1
     if as_datetime:
         values = from_numbers(values, kind)
     return values[0] if scalar else values
+
+
+def missing(code="."):
+    """The missing value of a code as the CLI writes it: ".", "._", ".A" to ".Z". A NaN whose
+    bits carry the code: formats write its letter."""
+    return _native.missing(code)
 
 
 def formats():

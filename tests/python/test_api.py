@@ -92,6 +92,8 @@ def test_missing_values_both_ways(cli):
     assert list(vxlocfmt.format(missing, "NLDATE20.")) == [missing_text] * len(missing)
     assert list(vxlocfmt.format(pd.Series([np.nan, 1.0]), "NLNUM8.")) == [cli("format", "NLNUM8.", lines=["."])[0][0],
                                                                           "       1"]
+    special = [vxlocfmt.missing(code) for code in ("._", ".A", ".z")]
+    assert list(vxlocfmt.format(special, "NLDATE20.")) == cli("format", "NLDATE20.", lines=["._", ".A", ".z"])[0]
     read = vxlocfmt.read(missing + [""], "DOLLAR", errors="raise")
     assert np.isnan(read).all()
     assert np.isnat(vxlocfmt.read([None, ""], "ANYDATE", as_datetime=True)).all()
@@ -130,6 +132,8 @@ def test_read_errors():
         vxlocfmt.read("1", "DOLLAR", errors="ignore")
     with pytest.raises(vxlocfmt.RequestError, match="gives bytes or characters"):
         vxlocfmt.read("1", "UUID")
+    with pytest.raises(vxlocfmt.RequestError, match=r"'\.AB' is not a missing-value code"):
+        vxlocfmt.missing(".AB")
     with pytest.raises(TypeError, match="item 1 is int"):
         vxlocfmt.read(["1", 2], "DOLLAR")
     with pytest.raises(TypeError, match="not texts"):
