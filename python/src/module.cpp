@@ -33,22 +33,24 @@ py::array text_column(std::size_t count, std::size_t width, bool bytes) {
     return py::array(py::dtype(code), std::vector<py::ssize_t>{static_cast<py::ssize_t>(count)});
 }
 
-// The instance builds its monetary conventions on its first fixed-currency call, without a lock,
-// in that call's locale, and keeps them (the host's rule: the first locale wins). That first
-// call is made here with the interpreter's lock held, so no two threads can make it at once.
-void build_currency_conventions_once(vxhost::Formatter& formatter) {
-    static bool built = false;  // guarded by the interpreter's lock
-    const std::string_view name = formatter.name();
-    if (built || !(name.starts_with("NLMNI") || name.starts_with("NLMNL"))) return;
-    formatter.format(0.0);
-    built = true;
+// The instance builds its monetary conventions on its first fixed-currency call (NLMNI*, NLMNL*,
+// formats or informats), without a lock, in that call's locale, and keeps them (the host's rule:
+// the first locale wins). That first call is made here, by a fixed-currency format in the
+// request's locale, with the interpreter's lock held, so no two threads can make it at once.
+bool currency_conventions_built = false;  // guarded by the interpreter's lock
+
+void build_currency_conventions_once(std::string_view name, const std::string& locale) {
+    if (name.starts_with("@")) name.remove_prefix(1);
+    if (currency_conventions_built || !(name.starts_with("NLMNI") || name.starts_with("NLMNL"))) return;
+    vxpy::warm_formatter({"NLMNIUSD", locale, ""}).format(0.0);
+    currency_conventions_built = true;
 }
 
 py::array format_values(py::array_t<double, py::array::c_style | py::array::forcecast> values, std::string spec,
                         std::string locale, std::string encoding, unsigned threads) {
     const vxpy::Request wanted = request(spec, locale, encoding);
     vxhost::Formatter& formatter = vxpy::warm_formatter(wanted);
-    build_currency_conventions_once(formatter);
+    build_currency_conventions_once(formatter.name(), locale);
     const bool bytes = !encoding.empty();
     const auto count = static_cast<std::size_t>(values.size());
     const auto width = static_cast<std::size_t>(std::max(formatter.width(), 1));
@@ -107,6 +109,7 @@ py::tuple read_texts(const py::handle& texts, std::string spec, std::string loca
                      const py::handle& missing_test, unsigned threads) {
     const vxpy::Request wanted = request(spec, locale);
     vxhost::Reader& reader = vxpy::warm_reader(wanted);
+    build_currency_conventions_once(reader.name(), locale);
     const vxpy::TextColumn column = gather_texts(texts, missing_test);
     py::array_t<double> values(static_cast<py::ssize_t>(column.ends.size()));
     double* out = values.mutable_data();
