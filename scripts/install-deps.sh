@@ -3,7 +3,7 @@
 set -euo pipefail
 packages=(cmake ninja-build g++ pkg-config libicu-dev libgtest-dev libgmock-dev libbenchmark-dev)
 # The Python module (python/), its tests and its benchmark peers.
-packages+=(python3 pybind11-dev python3-numpy python3-pandas python3-dask python3-distributed python3-pytest python3-babel)
+packages+=(python3 python3-dev pybind11-dev python3-numpy python3-pandas python3-dask python3-distributed python3-pytest python3-babel)
 # The any-date reader's peer comparison (scripts/anydate_peers.py) only: VXLOCFMT_PEERS=1.
 [ "${VXLOCFMT_PEERS:-0}" = 1 ] && packages+=(python3-dateutil python3-pandas)
 missing=()
