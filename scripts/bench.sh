@@ -1,9 +1,10 @@
 #!/usr/bin/env bash
 # Builds the benchmarks (build-bench/) and runs them all: every other bench/ program as it
 # stands, then bench_formats (our formats beside ICU udat_format, strftime_l and a hand-written
-# floor, one table with the ratios peer/us), then the CLI's bulk mode on one million lines beside
-# GNU date -f and a Python one-liner doing the same job, then the PostgreSQL extension beside the
-# server's to_char and timestamp cast (bench/postgresql.sh).
+# floor, one table with the ratios peer/us), then the Python module beside Babel and pandas
+# (bench/bench_python.py), then the CLI's bulk mode on one million lines beside GNU date -f and a
+# Python one-liner doing the same job, then the PostgreSQL extension beside the server's to_char
+# and timestamp cast (bench/postgresql.sh).
 #
 #   scripts/bench.sh           the whole run (about three minutes on two cores)
 #   scripts/bench.sh --short   seconds: proves that every benchmark builds and runs; no time is
@@ -52,6 +53,16 @@ if ((short)); then
   "$bin"/bench_formats --short
 else
   "$bin"/bench_formats --benchmark_out="$dir/bench_formats.json" --benchmark_out_format=json
+fi
+
+# ---- The Python module beside Babel and pandas ---------------------------------------------------
+if [ -d "$dir/python/vxlocfmt" ]; then
+  echo "== bench_python.py"
+  short_flag=()
+  ((short)) && short_flag=(--short)
+  PYTHONPATH="$dir/python" /usr/bin/python3 bench/bench_python.py "${short_flag[@]}"
+else
+  echo "== bench_python.py: skipped (the Python module was not built: pybind11-dev or python3-dev missing)"
 fi
 
 # ---- The CLI's bulk mode -----------------------------------------------------------------------

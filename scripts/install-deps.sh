@@ -4,6 +4,8 @@ set -euo pipefail
 packages=(cmake ninja-build g++ pkg-config libicu-dev libgtest-dev libgmock-dev libbenchmark-dev)
 # The PostgreSQL extension and its SQL tests against a server of their own (postgresql/).
 packages+=(postgresql-15 postgresql-server-dev-15)
+# The Python module (python/), its tests and its benchmark peers.
+packages+=(python3 python3-dev pybind11-dev python3-numpy python3-pandas python3-dask python3-distributed python3-pytest python3-babel)
 # The any-date reader's peer comparison (scripts/anydate_peers.py) only: VXLOCFMT_PEERS=1.
 [ "${VXLOCFMT_PEERS:-0}" = 1 ] && packages+=(python3-dateutil python3-pandas)
 missing=()

@@ -9,6 +9,14 @@
 #include "transcoder.h"
 
 namespace vxhost {
+namespace {
+
+// Refused limits leave the field unwritten though the produced length may be set.
+bool refused(vxlocfmt::status code) {
+    return code >= vxlocfmt::st::width_too_small && code <= vxlocfmt::st::decimals_too_large;
+}
+
+}  // namespace
 
 std::unique_ptr<Session> open_session(const Library& library, const SessionOptions& options) {
     if (canonical_locale(options.locale).empty()) throw RequestError("unknown locale " + options.locale);
@@ -36,13 +44,16 @@ Formatter::Formatter(const Library& library, std::string_view spec_text, const S
 
 Formatter::Result Formatter::format(double value) {
     const FormatResult result = session_->format(*row_, layout_.width, layout_.decimals, value);
-    // Refused limits leave the field unwritten though the produced length may be set.
-    const bool refused = result.code >= vxlocfmt::st::width_too_small && result.code <= vxlocfmt::st::decimals_too_large;
-    if (refused) return {result.code, {}};
+    if (refused(result.code)) return {result.code, {}};
     if (session_->byte_output() && row_->byte_function) return {result.code, result.bytes};
     text_.clear();
     for (const char32_t c : result.text) append_utf8(text_, c);
     return {result.code, text_};
+}
+
+Formatter::WideResult Formatter::format_wide(double value) {
+    const FormatResult result = session_->format(*row_, layout_.width, layout_.decimals, value);
+    return {result.code, refused(result.code) ? std::u32string_view{} : result.text};
 }
 
 }  // namespace vxhost

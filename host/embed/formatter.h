@@ -36,6 +36,14 @@ public:
     // Any NaN is a missing value.
     Result format(double value);
 
+    struct WideResult {
+        vxlocfmt::status code;
+        std::u32string_view text;  // the library's own characters. Valid until the next call.
+    };
+    // The same without the conversion to UTF-8, for callers that keep UTF-32 (NumPy's text
+    // arrays). Text sessions only: in a byte session the text is empty.
+    WideResult format_wide(double value);
+
     ValueKind kind() const { return kind_; }
     const std::string& name() const { return name_; }
     int width() const { return layout_.width; }
