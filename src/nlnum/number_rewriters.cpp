@@ -1,0 +1,152 @@
+#include "nlnum/number_rewriters.h"
+
+#include "classic/value_informats.h"
+#include "nlnum/rewrite_text.h"
+
+namespace vxlocfmt::nlnum {
+namespace {
+
+// Marks the number's own decimal point while the symbol characters are taken off, and the
+// exponent's "E" (which a symbol such as "EUR" would take with it).
+// Private-use characters; any the text brought along become unreadable first.
+constexpr wchar point_mark = U'\uE000';
+constexpr wchar exponent_mark = U'\uE001';
+
+// Characters of a two-cell field ("," or "‎-"): its length is the count of non-zero cells.
+std::u32string_view field(const wchar (&cells)[2]) {
+    return {cells, static_cast<std::size_t>(cells[0] == 0 ? 0 : cells[1] == 0 ? 1 : 2)};
+}
+
+bool is_digit(wchar c) { return c >= U'0' && c <= U'9'; }
+
+// "," grouping and "." point by the record's separators. False: refused (a text in apostrophes
+// where the separator is one character, "'1'000'").
+bool normalise_separators(RewriteText& t, const NumberConventions& c) {
+    const std::u32string_view sep = field(c.thousands_sep);
+    const std::u32string_view point = field(c.decimal_point);
+    const bool comma_point = point == U",";
+    if (t.size() > 1 && !sep.empty() && sep.front() != U',') {
+        if (sep.size() == 1) {
+            if (t.front() == U'\'' && t.back() == U'\'') return false;
+            const wchar s = sep.front();
+            t.map([&](wchar ch) { return ch == U',' ? (comma_point ? U'.' : ch) : ch == s ? U',' : ch; });
+        } else {
+            // Commas first (to points), then the pairs: a pair never holds a comma here.
+            if (comma_point) t.map([](wchar ch) { return ch == U',' ? U'.' : ch; });
+            t.replace_all(sep, U',');
+        }
+    }
+    if (!point.empty() && point != U"," && point != U".") t.replace_all(point, U'.');
+    return true;
+}
+
+// The negative forms of the record, in order; a negative text gets a leading "-".
+void read_signs(RewriteText& t, const NumberConventions& c) {
+    const auto parenthesised = [&] { return t.size() >= 2 && t.front() == U'(' && t.back() == U')'; };
+    const auto strip_parentheses = [&] {
+        t.drop_back();
+        t.drop_front();
+    };
+    bool negative = false;
+    if (c.n_sign_posn == 0) {
+        if (parenthesised()) {
+            strip_parentheses();
+            negative = true;
+        }
+    } else if (const wchar sign = c.negative_sign[0]; sign != 0 && !t.empty()) {
+        if (t.front() == sign) {
+            t.drop_front();
+            negative = true;
+        } else if (t.back() == sign) {
+            t.drop_back();
+            negative = true;
+        }
+    }
+    if (negative) {
+        t.push_front(U'-');
+        return;
+    }
+    if (c.p_sign_posn == 0) {
+        if (parenthesised()) strip_parentheses();
+    } else if (const wchar sign = c.positive_sign[0]; sign != 0 && !t.empty()) {
+        if (t.front() == sign) t.drop_front();
+        else if (t.back() == sign) t.drop_back();
+    }
+}
+
+std::int32_t finish(RewriteText& t, FmtCall& call, const NumberConventions& c, void* extra) {
+    if (!normalise_separators(t, c)) return rewrite_refused;
+    read_signs(t, c);
+    return static_cast<std::int32_t>(read_classic(call, t, vxfmtzifmnpn, extra));
+}
+
+bool holds(const wchar* symbol, wchar c) {
+    for (; *symbol; ++symbol)
+        if (*symbol == c) return true;
+    return false;
+}
+
+}  // namespace
+
+std::size_t number_point(std::u32string_view text, wchar point) {
+    std::size_t i = text.size();
+    while (i > 0 && !is_digit(text[i - 1])) --i;  // what follows the number: a symbol, a sign
+    const auto skip_digits = [&] {
+        while (i > 0 && is_digit(text[i - 1])) --i;
+    };
+    skip_digits();
+    // An exponent: the point belongs to the mantissa before it.
+    std::size_t e = i;
+    if (e > 0 && (text[e - 1] == U'+' || text[e - 1] == U'-')) --e;
+    if (e > 1 && (text[e - 1] == U'E' || text[e - 1] == U'e') && is_digit(text[e - 2])) {
+        i = e - 1;
+        skip_digits();
+    }
+    return i > 0 && text[i - 1] == point ? i - 1 : std::u32string_view::npos;
+}
+
+std::int32_t zkifnum(std::u32string_view text, FmtCall& call, const NumberConventions& own, void* extra) {
+    RewriteText t(text);
+    t.trim();
+    return finish(t, call, own, extra);
+}
+
+std::int32_t zkifpct(std::u32string_view text, FmtCall& call, const NumberConventions& own, void* extra) {
+    RewriteText t(text);
+    t.trim();
+    if (!normalise_separators(t, own)) return rewrite_refused;
+    const wchar negative = own.negative_sign[0], negative2 = own.negative_sign[1], positive = own.positive_sign[0],
+                positive2 = own.positive_sign[1];
+    const bool is_negative = t.erase_if([&](wchar c) {
+        return c == U'(' || c == U')' || (c != 0 && (c == negative || c == negative2));
+    }) > 0;
+    t.erase_if([&](wchar c) { return c != 0 && (c == positive || c == positive2); });
+    t.trim();
+    if (is_negative) t.push_front(U'-');
+    return static_cast<std::int32_t>(read_classic(call, t, vxfmtzifmpct, extra));
+}
+
+std::int32_t zkifmny(std::u32string_view text, FmtCall& call, const NumberConventions& own,
+                     const NumberConventions& other, void* extra) {
+    RewriteText t(text);
+    t.map([](wchar c) { return c == point_mark || c == exponent_mark ? U'\uFFFD' : c; });
+    const wchar point = own.decimal_point[0];
+    // A symbol holding the decimal point ("B/.", "kr."): only the number's own point is kept.
+    std::size_t kept_point = std::u32string_view::npos;
+    if (point != 0 && t.contains(point) && (holds(own.currency_symbol, point) || holds(other.currency_symbol, point))) {
+        kept_point = number_point(t.view(), point);
+        if (kept_point != std::u32string_view::npos) t.set(kept_point, point_mark);
+    }
+    // An exponent's "E" stands between a digit and a digit or sign.
+    const std::u32string_view v = t.view();
+    for (std::size_t i = 1; i + 1 < v.size(); ++i)
+        if (v[i] == U'E' && is_digit(v[i - 1]) && (is_digit(v[i + 1]) || v[i + 1] == U'+' || v[i + 1] == U'-'))
+            t.set(i, exponent_mark);
+    t.erase_if([&](wchar c) { return holds(own.currency_symbol, c); });
+    t.erase_if([&](wchar c) { return holds(other.currency_symbol, c); });
+    t.map([&](wchar c) { return c == exponent_mark ? U'E' : c == point_mark ? point : c; });
+    t.trim();  // the blank that stood between the symbol and the number
+    return finish(t, call, other, extra);
+}
+
+}  // namespace vxlocfmt::nlnum
