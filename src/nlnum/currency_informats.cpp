@@ -29,7 +29,8 @@ std::u32string_view field_text(const FmtCall& call) {
 
 // "," grouping and "." point by the locale's monetary separators. A separator that begins with
 // a blank or "," leaves the text as it is (kept so: the classic reader deletes blanks and
-// commas anyway).
+// commas anyway). The symbol goes through the same rewriting, so that a symbol holding a
+// separator ("SFr." where "." groups) is still found in the rewritten text.
 void normalise_separators(RewriteText& t, const LocaleMonetary& mon) {
     const std::u32string_view sep = mon.thousands_sep().substr(0, 2);
     const std::u32string_view point = mon.decimal_point();
@@ -56,8 +57,9 @@ status read_amount(FmtCall& call, const MonetaryRow& row, Instance& instance, vo
     }
     RewriteText t(field_text(call));
     normalise_separators(t, *mon);
-    const CurrencyText symbol = currency_text(call, row, local);
-    if (symbol.length > 0) t.remove_all(symbol.view());
+    RewriteText symbol(currency_text(call, row, local).view());
+    normalise_separators(symbol, *mon);
+    if (!symbol.empty()) t.remove_all(symbol.view());
     bool negative = false;
     if (mon->n_sign_posn == 0) negative = delete_all(t, U'(', U')');
     else if (const wchar sign = mon->negative_sign[0]; sign != 0) negative = delete_all(t, sign, sign);

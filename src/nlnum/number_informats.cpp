@@ -106,9 +106,12 @@ status read_number(FmtCall& call, void* extra, const number_informat& f) {
     const PropertyCache& table = *call.property_cache;
     const NumberConventions* own = conventions_of(table, f.key);
     const NumberConventions* other = conventions_of(table, f.other_key);
-    // A locale without the record (no currency): what the formats write there is classic.
-    if (n < 0 || !own || !other || supported_flag(table, f.key) == 0) return classic_read(call, text, f.classic, extra);
+    if (n < 0 || !own || !other) return classic_read(call, text, f.classic, extra);
     const std::u32string_view taken = text.substr(0, static_cast<std::size_t>(n));
+    // A locale without the record (no currency): the formats write classic notation there
+    // (DOLLAR), read by the classic informat, but still without implied decimals.
+    if (supported_flag(table, f.key) == 0)
+        return read_classic(call, RewriteText(taken), f.classic, extra) == st::ok ? st::ok : not_readable;
     std::int32_t result = 0;
     switch (f.rewriter) {
     case Rewriter::number: result = zkifnum(taken, call, *own, extra); break;

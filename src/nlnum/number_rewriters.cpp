@@ -53,11 +53,19 @@ void read_signs(RewriteText& t, const NumberConventions& c) {
             strip_parentheses();
             negative = true;
         }
-    } else if (const wchar sign = c.negative_sign[0]; sign != 0 && !t.empty()) {
-        if (t.front() == sign) {
+    } else if (const std::u32string_view sign = field(c.negative_sign); !sign.empty() && !t.empty()) {
+        // A sign of two characters is taken off whole where the text has it whole: in a session
+        // encoding without the sign its cells are the start of a character reference ("&#").
+        if (t.view().starts_with(sign)) {
+            for (std::size_t i = 0; i < sign.size(); ++i) t.drop_front();
+            negative = true;
+        } else if (t.front() == sign.front()) {
             t.drop_front();
             negative = true;
-        } else if (t.back() == sign) {
+        } else if (t.view().ends_with(sign)) {
+            for (std::size_t i = 0; i < sign.size(); ++i) t.drop_back();
+            negative = true;
+        } else if (t.back() == sign.front()) {
             t.drop_back();
             negative = true;
         }
