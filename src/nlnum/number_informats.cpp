@@ -66,9 +66,9 @@ status classic_read(FmtCall& call, std::u32string_view text, format_fn classic, 
 }
 
 // The two-way conversion: how many characters of the text the session encoding holds within
-// the width (its bytes); -1 when it cannot hold one of them, or when more than the 32
-// characters a conversion back could carry would come back. Text below the session's identity
-// bound is one byte a character and is not converted at all.
+// the width (its bytes), at most the 32 a conversion back carries; -1 when the encoding cannot
+// hold one of them. Text below the session's identity bound is one byte a character and is not
+// converted at all.
 std::int32_t session_characters(const FmtCall& call, std::u32string_view text) {
     const std::int32_t width = std::max(call.width, 0);
     std::size_t n = std::min(text.size(), static_cast<std::size_t>(width));
@@ -85,13 +85,13 @@ std::int32_t session_characters(const FmtCall& call, std::u32string_view text) {
                 const status code = measure ? measure(transcoder, &c, sizeof c, one_character_bytes, &bytes, 0)
                                             : kernel::convert(transcoder, &c, sizeof c, scratch, one_character_bytes, &bytes);
                 if (code != st::ok) return -1;
-                if (used + bytes > width || n > informat_read_limit) break;
+                if (used + bytes > width || n == informat_read_limit) break;
                 used += bytes;
                 ++n;
             }
         }
     }
-    return n > informat_read_limit ? -1 : static_cast<std::int32_t>(n);
+    return static_cast<std::int32_t>(std::min(n, informat_read_limit));
 }
 
 status read_number(FmtCall& call, void* extra, const number_informat& f) {
