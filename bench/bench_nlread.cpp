@@ -4,7 +4,8 @@
 // NLNUM16.2 and NLMNY16.2 write for 64 amounts (ICU gets them without the field's leading
 // blanks); both readers must give the same values, checked before timing. Each iteration reads
 // the batch both ways, each timed on its own; the counters give nanoseconds per value and the
-// ratio ours / ICU (below 1: faster).
+// ratio ours / ICU (below 1: faster); `classic_ns` is the classic NEGPAREN informat alone on the
+// same amounts in classic notation ("-1234567.25"), the share of the time that is not rewriting.
 //
 //   build-bench/bin/bench_nlread
 #include <benchmark/benchmark.h>
@@ -13,6 +14,7 @@
 #include <array>
 #include <chrono>
 #include <cmath>
+#include <cstdio>
 #include <string>
 #include <vector>
 
@@ -46,11 +48,15 @@ void run(benchmark::State& state, const Case& c) {
     std::vector<std::u32string> texts;
     std::vector<std::u16string> icu_texts;
     std::vector<double> expected;
+    std::vector<std::u32string> classic_texts;
     for (std::size_t i = 0; i < batch; ++i) {
         const double v = -5000000.0 + static_cast<double>(i) * 158730.17 + 0.25;
         std::u32string text(session.format(*format, width, 2, v).text);
         const vxhost::ReadResult back = session.read(*informat, width, 2, text);
         expected.push_back(back.value);
+        char plain[32];
+        const int n = std::snprintf(plain, sizeof plain, "%.2f", v);
+        classic_texts.emplace_back(plain, plain + n);
         const std::size_t first = text.find_first_not_of(U' ');
         std::u16string icu_text;
         for (const char32_t ch : text.substr(first == std::u32string::npos ? 0 : first)) icu_text += static_cast<char16_t>(ch);
@@ -84,7 +90,8 @@ void run(benchmark::State& state, const Case& c) {
     call.width = width;
     call.decimals = 2;
     call.output = &result;
-    double ours_ns = 0, icu_ns = 0;
+    const auto classic = reinterpret_cast<vxlocfmt::format_fn>(library().symbol("vxfmtzifmnpn"));
+    double ours_ns = 0, icu_ns = 0, classic_ns = 0;
     for (auto _ : state) {
         const auto t0 = clock_type::now();
         for (const std::u32string& text : texts) {
@@ -96,6 +103,14 @@ void run(benchmark::State& state, const Case& c) {
         const auto t1 = clock_type::now();
         for (std::size_t i = 0; i < batch; ++i) benchmark::DoNotOptimize(icu_read(i));
         const auto t2 = clock_type::now();
+        for (const std::u32string& text : classic_texts) {
+            call.input = text.data();
+            call.input_length = call.text_limit = static_cast<std::int32_t>(text.size());
+            benchmark::DoNotOptimize(classic(&call, nullptr));
+            benchmark::DoNotOptimize(result);
+        }
+        const auto t3 = clock_type::now();
+        classic_ns += std::chrono::duration<double, std::nano>(t3 - t2).count();
         ours_ns += std::chrono::duration<double, std::nano>(t1 - t0).count();
         icu_ns += std::chrono::duration<double, std::nano>(t2 - t1).count();
         state.SetIterationTime(std::chrono::duration<double>(t1 - t0).count());
@@ -106,6 +121,7 @@ void run(benchmark::State& state, const Case& c) {
     state.counters["ns_per_value"] = ours_ns / n;
     state.counters["icu_ns"] = icu_ns / n;
     state.counters["vs_icu"] = icu_ns > 0 ? ours_ns / icu_ns : 0;
+    state.counters["classic_ns"] = classic_ns / n;
 }
 
 const Case nlnum_de{"de_DE", U"NLNUM", UNUM_DECIMAL, false};

@@ -6,12 +6,6 @@
 namespace vxlocfmt::nlnum {
 namespace {
 
-// Marks the number's own decimal point while the symbol characters are taken off, and the
-// exponent's "E" (which a symbol such as "EUR" would take with it).
-// Private-use characters; any the text brought along become unreadable first.
-constexpr wchar point_mark = U'\uE000';
-constexpr wchar exponent_mark = U'\uE001';
-
 // Characters of a two-cell field ("," or "‎-"): its length is the count of non-zero cells.
 std::u32string_view field(const wchar (&cells)[2]) {
     return {cells, static_cast<std::size_t>(cells[0] == 0 ? 0 : cells[1] == 0 ? 1 : 2)};
@@ -136,23 +130,23 @@ std::int32_t zkifpct(std::u32string_view text, FmtCall& call, const NumberConven
 
 std::int32_t zkifmny(std::u32string_view text, FmtCall& call, const NumberConventions& own,
                      const NumberConventions& other, void* extra) {
-    RewriteText t(text);
-    t.map([](wchar c) { return c == point_mark || c == exponent_mark ? U'\uFFFD' : c; });
+    text = text.substr(0, informat_read_limit);
     const wchar point = own.decimal_point[0];
     // A symbol holding the decimal point ("B/.", "kr."): only the number's own point is kept.
     std::size_t kept_point = std::u32string_view::npos;
-    if (point != 0 && t.contains(point) && (holds(own.currency_symbol, point) || holds(other.currency_symbol, point))) {
-        kept_point = number_point(t.view(), point);
-        if (kept_point != std::u32string_view::npos) t.set(kept_point, point_mark);
+    if (point != 0 && text.find(point) != std::u32string_view::npos &&
+        (holds(own.currency_symbol, point) || holds(other.currency_symbol, point)))
+        kept_point = number_point(text, point);
+    // One pass: every character of either symbol goes, except the number's point and an
+    // exponent's "E" (between a digit and a digit or sign), which "EUR" would take with it.
+    RewriteText t;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const wchar c = text[i];
+        const bool exponent = c == U'E' && i > 0 && i + 1 < text.size() && is_digit(text[i - 1]) &&
+                              (is_digit(text[i + 1]) || text[i + 1] == U'+' || text[i + 1] == U'-');
+        if (i == kept_point || exponent || !(holds(own.currency_symbol, c) || holds(other.currency_symbol, c)))
+            t.push_back(c);
     }
-    // An exponent's "E" stands between a digit and a digit or sign.
-    const std::u32string_view v = t.view();
-    for (std::size_t i = 1; i + 1 < v.size(); ++i)
-        if (v[i] == U'E' && is_digit(v[i - 1]) && (is_digit(v[i + 1]) || v[i + 1] == U'+' || v[i + 1] == U'-'))
-            t.set(i, exponent_mark);
-    t.erase_if([&](wchar c) { return holds(own.currency_symbol, c); });
-    t.erase_if([&](wchar c) { return holds(other.currency_symbol, c); });
-    t.map([&](wchar c) { return c == exponent_mark ? U'E' : c == point_mark ? point : c; });
     t.trim();  // the blank that stood between the symbol and the number
     return finish(t, call, other, extra);
 }

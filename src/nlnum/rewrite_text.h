@@ -28,8 +28,12 @@ class RewriteText {
 public:
     static constexpr std::size_t capacity = informat_read_limit + 8;
 
+    RewriteText() : size_(0) {}
     explicit RewriteText(std::u32string_view text) : size_(std::min(text.size(), informat_read_limit)) {
         std::copy_n(text.begin(), size_, cells_);
+    }
+    void push_back(wchar c) {
+        if (size_ < capacity) cells_[size_++] = c;
     }
     std::u32string_view view() const { return {cells_, size_}; }
     std::size_t size() const { return size_; }
@@ -88,7 +92,7 @@ public:
         std::size_t first = 0, last = size_;
         while (first < last && is_field_blank(cells_[first])) ++first;
         while (last > first && is_field_blank(cells_[last - 1])) --last;
-        std::copy(cells_ + first, cells_ + last, cells_);
+        if (first > 0) std::copy(cells_ + first, cells_ + last, cells_);
         size_ = last - first;
     }
 
