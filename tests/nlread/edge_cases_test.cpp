@@ -10,6 +10,7 @@
 
 #include "frame/abi.h"
 #include "library.h"
+#include "pool.h"
 #include "locale/property_numbers.h"
 #include "locale/property_table.h"
 #include "session.h"
@@ -163,6 +164,17 @@ TEST(NumberInformats, NoLocaleData) {
         session.call().property_cache = nullptr;
         expect(k, call(library, session, k.informat, k.width, k.decimals, k.text));
     }
+}
+
+// The one status 1 of the fixed-currency informats: no memory for the monetary conventions.
+TEST(NumberInformats, NoMemoryForTheMonetaryConventions) {
+    vxhost::Library library;
+    vxhost::Session session(library, {.locale = "en_US"});
+    call(library, session, U"@NLNUM", 6, 0, U"1");  // the property table, before the pool fails
+    vxhost::fail_allocations_after(0);
+    const Outcome o = call(library, session, U"@NLMNIUSD", 12, 2, U"USD1.00");
+    vxhost::fail_allocations_after(-1);
+    expect({"", U"@NLMNIUSD", 12, 2, U"", 1, m}, o);
 }
 
 }  // namespace
