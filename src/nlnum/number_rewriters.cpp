@@ -37,39 +37,38 @@ bool normalise_separators(RewriteText& t, const NumberConventions& c) {
 // The negative forms of the record, in order; a negative text gets a leading "-".
 void read_signs(RewriteText& t, const NumberConventions& c) {
     const auto parenthesised = [&] { return t.size() >= 2 && t.front() == U'(' && t.back() == U')'; };
-    const auto strip_parentheses = [&] {
-        t.drop_back();
-        t.drop_front();
-    };
-    bool negative = false;
+    // A negative text's sign or "(" at the front becomes the "-"; one at the end goes, and the
+    // "-" is put in front.
     if (c.n_sign_posn == 0) {
         if (parenthesised()) {
-            strip_parentheses();
-            negative = true;
+            t.drop_back();
+            t.set(0, U'-');
+            return;
         }
     } else if (const std::u32string_view sign = field(c.negative_sign); !sign.empty() && !t.empty()) {
         // A sign of two characters is taken off whole where the text has it whole: in a session
         // encoding without the sign its cells are the start of a character reference ("&#").
         if (t.view().starts_with(sign)) {
-            for (std::size_t i = 0; i < sign.size(); ++i) t.drop_front();
-            negative = true;
-        } else if (t.front() == sign.front()) {
-            t.drop_front();
-            negative = true;
-        } else if (t.view().ends_with(sign)) {
-            for (std::size_t i = 0; i < sign.size(); ++i) t.drop_back();
-            negative = true;
-        } else if (t.back() == sign.front()) {
-            t.drop_back();
-            negative = true;
+            if (sign.size() == 2) t.drop_front();
+            t.set(0, U'-');
+            return;
+        }
+        if (t.front() == sign.front()) {
+            t.set(0, U'-');
+            return;
+        }
+        const bool whole = t.view().ends_with(sign);
+        if (whole || t.back() == sign.front()) {
+            for (std::size_t i = 0; i < (whole ? sign.size() : 1); ++i) t.drop_back();
+            t.push_front(U'-');
+            return;
         }
     }
-    if (negative) {
-        t.push_front(U'-');
-        return;
-    }
     if (c.p_sign_posn == 0) {
-        if (parenthesised()) strip_parentheses();
+        if (parenthesised()) {
+            t.drop_back();
+            t.drop_front();
+        }
     } else if (const wchar sign = c.positive_sign[0]; sign != 0 && !t.empty()) {
         if (t.front() == sign) t.drop_front();
         else if (t.back() == sign) t.drop_back();
