@@ -1,5 +1,8 @@
 #include "nlnum/number_rewriters.h"
 
+#include <algorithm>
+#include <iterator>
+
 #include "classic/value_informats.h"
 #include "nlnum/rewrite_text.h"
 
@@ -87,6 +90,31 @@ bool holds(const wchar* symbol, wchar c) {
     return false;
 }
 
+// The characters of both records' symbols (at most 50 each), with a 64-bit filter by the low
+// six bits so that digits and separators are turned away without a search.
+class SymbolCharacters {
+public:
+    SymbolCharacters(const wchar* a, const wchar* b) {
+        add(a);
+        add(b);
+    }
+    bool contains(wchar c) const {
+        if (!(filter_ >> (c & 63) & 1)) return false;
+        return std::find(chars_, chars_ + size_, c) != chars_ + size_;
+    }
+
+private:
+    void add(const wchar* s) {
+        for (; *s && size_ < std::size(chars_); ++s) {
+            chars_[size_++] = *s;
+            filter_ |= std::uint64_t{1} << (*s & 63);
+        }
+    }
+    wchar chars_[2 * std::size(NumberConventions{}.currency_symbol)];
+    std::size_t size_ = 0;
+    std::uint64_t filter_ = 0;
+};
+
 }  // namespace
 
 std::size_t number_point(std::u32string_view text, wchar point) {
@@ -138,13 +166,16 @@ std::int32_t zkifmny(std::u32string_view text, FmtCall& call, const NumberConven
         kept_point = number_point(text, point);
     // One pass: every character of either symbol goes, except the number's point and an
     // exponent's "E" (between a digit and a digit or sign), which "EUR" would take with it.
+    const SymbolCharacters symbols(own.currency_symbol, other.currency_symbol);
     RewriteText t;
     for (std::size_t i = 0; i < text.size(); ++i) {
         const wchar c = text[i];
-        const bool exponent = c == U'E' && i > 0 && i + 1 < text.size() && is_digit(text[i - 1]) &&
-                              (is_digit(text[i + 1]) || text[i + 1] == U'+' || text[i + 1] == U'-');
-        if (i == kept_point || exponent || !(holds(own.currency_symbol, c) || holds(other.currency_symbol, c)))
+        if (!symbols.contains(c) || i == kept_point) {
             t.push_back(c);
+        } else if (c == U'E' && i > 0 && i + 1 < text.size() && is_digit(text[i - 1]) &&
+                   (is_digit(text[i + 1]) || text[i + 1] == U'+' || text[i + 1] == U'-')) {
+            t.push_back(c);
+        }
     }
     t.trim();  // the blank that stood between the symbol and the number
     return finish(t, call, other, extra);
