@@ -9,7 +9,7 @@
 namespace vxlocfmt::nlnum {
 namespace {
 
-// Characters of a two-cell field ("," or "‎-"): its length is the count of non-zero cells.
+// Characters of a two-cell field ("," or U+200E and "-"): its length is the count of non-zero cells.
 std::u32string_view field(const wchar (&cells)[2]) {
     return {cells, static_cast<std::size_t>(cells[0] == 0 ? 0 : cells[1] == 0 ? 1 : 2)};
 }
@@ -28,7 +28,7 @@ bool normalise_separators(RewriteText& t, const NumberConventions& c) {
             const wchar s = sep.front();
             t.map([&](wchar ch) { return ch == U',' ? (comma_point ? U'.' : ch) : ch == s ? U',' : ch; });
         } else {
-            // Commas first (to points), then the pairs: a pair never holds a comma here.
+            // Commas first (to points), then the pairs (whose first character is no comma).
             if (comma_point) t.map([](wchar ch) { return ch == U',' ? U'.' : ch; });
             t.replace_all(sep, U',');
         }
