@@ -8,10 +8,12 @@
 namespace vxcli {
 namespace {
 
-// "-5", "-.5", "-inf", "-nan": values, not options.
+// "-5", "-.5", "-inf", "-nan": values, not options; so is a text with a digit after one "-"
+// ("-$1,234.50", "-USD12.00", "-€5"), which no option has.
 bool looks_like_value(const std::string& arg) {
     if (arg.size() < 2 || arg[0] != '-') return false;
     if (std::isdigit(static_cast<unsigned char>(arg[1])) || arg[1] == '.') return true;
+    if (arg[1] != '-' && arg.find_first_of("0123456789") != std::string::npos) return true;
     std::string word;
     for (std::size_t i = 1; i < arg.size(); ++i) word += static_cast<char>(std::tolower(static_cast<unsigned char>(arg[i])));
     return word == "inf" || word == "infinity" || word == "nan";

@@ -16,7 +16,7 @@ using namespace vxlocfmt;
 using vxfuzz::FuzzInput;
 
 constexpr const char* locales[] = {"en_US", "de_DE", "fr_FR", "ja_JP", "ar_EG", "hi_IN", "zh_Hans_CN", "ru_RU"};
-constexpr char32_t alphabet[] = U" 0123456789-/.,:+TWZ年月日AMPMJanMärz\u00A0\u202F";
+constexpr char32_t alphabet[] = U" 0123456789-/.,:+TWZ年月日AMPMJanMärz\u00A0\u202F()'%$E€USDkr";
 
 vxfuzz::World& world() {
     static vxfuzz::World w(locales, {});

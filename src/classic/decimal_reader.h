@@ -51,7 +51,7 @@ inline constexpr double exact_powers[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e
 }  // namespace detail
 
 // Reads `length` characters of `text`: blanks, an optional sign ("+" or "-") and blanks, digits
-// with optional "," grouping between digits of the whole part, an optional "." and fraction, an
+// with optional "," (or U+00A0, U+202F) grouping between digits of the whole part, an optional "." and fraction, an
 // optional exponent ("E" or "e", optional sign, digits), blanks. At least one digit is needed.
 // Writes the nearest double (correctly rounded; underflow gives a signed 0) and answers 0, or
 // answers reader_refused and leaves *out as it was.
@@ -92,12 +92,13 @@ inline status read_decimal(const wchar* text, std::int32_t length, double* out) 
             sticky |= c != U'0';
         }
     };
-    // Whole part: "," only between two digits.
+    // Whole part: "," only between two digits; so are the no-break spaces, the group separators
+    // of many locales, which a user may type where the locale writes the other one.
     while (p < end) {
         if (detail::is_digit(*p)) {
             take(*p++, false);
-        } else if (*p == U',' && p > text && detail::is_digit(p[-1]) && any_digit && p + 1 < end &&
-                   detail::is_digit(p[1])) {
+        } else if ((*p == U',' || *p == U'\u00A0' || *p == U'\u202F') && p > text && detail::is_digit(p[-1]) &&
+                   any_digit && p + 1 < end && detail::is_digit(p[1])) {
             ++p;
         } else {
             break;

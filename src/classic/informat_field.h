@@ -73,7 +73,7 @@ public:
     wchar* end() { return cells_ + size_; }
     std::size_t size() const { return size_; }
     void assign(std::u32string_view text) {  // text no longer than the copy
-        std::copy(text.begin(), text.end(), cells_);
+        if (text.data() != cells_) std::copy(text.begin(), text.end(), cells_);  // a prefix of itself stays
         size_ = text.size();
     }
     void push_back(wchar c) {

@@ -35,7 +35,9 @@ status begin_number(FmtCall* call, detail::Limits limits) {
 // Reads the prepared text times 10^scale, implied decimals included: with decimals d > 0 and
 // no "." the number is read as if its point stood d digits from the right.
 status read_scaled(WorkText& text, const FmtCall& call, void* extra, long scale) {
-    if (scale == 0 && call.decimals <= 0)  // nothing to scale: the reader skips the blanks itself
+    // Nothing to scale (no implied decimals: none asked, or the text has its point): the reader
+    // skips the blanks itself.
+    if (scale == 0 && (call.decimals <= 0 || has_char(text.view(), U'.')))
         return kernel_read_number(text.begin(), static_cast<std::int32_t>(text.size()),
                                   static_cast<double*>(call.output), extra);
     std::size_t size = text.size();

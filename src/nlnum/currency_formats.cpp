@@ -9,6 +9,7 @@
 #include "frame/kernel.h"
 #include "locale/property_table.h"
 #include "nlnum/currency_format_patterns.h"
+#include "nlnum/currency_symbol.h"
 #include "nlnum/locale_monetary.h"
 
 namespace vxlocfmt::nlnum {
@@ -18,8 +19,6 @@ constexpr std::uint32_t mode_fixed = 0x1000;
 constexpr std::int32_t number_cells = 64;    // the kernel's rendering
 constexpr std::int32_t converted_bytes = 64;  // the styled text in the session encoding
 constexpr std::size_t styled_cells = 256;
-constexpr std::size_t symbol_cells = 32;      // the longest decoded symbol has 4 characters
-constexpr std::int32_t one_character_bytes = 8;
 
 // Where the amount, symbol and sign stand: the locale's selectors for a negative amount or
 // for zero and above (minus zero included).
@@ -50,45 +49,6 @@ struct Text {
         length = last - first;
     }
 };
-
-bool convertible(const FmtCall& call, wchar c) {
-    if (!call.session_transcoder) return true;  // a wide session holds every character
-    unsigned char bytes[one_character_bytes];
-    std::int32_t produced = 0;
-    return kernel::convert(call.session_transcoder, &c, sizeof c, bytes, one_character_bytes, &produced) == st::ok;
-}
-
-int hex_digit(wchar c) {
-    if (c >= U'0' && c <= U'9') return static_cast<int>(c - U'0');
-    if (c >= U'A' && c <= U'F') return static_cast<int>(c - U'A' + 10);
-    if (c >= U'a' && c <= U'f') return static_cast<int>(c - U'a' + 10);
-    return -1;
-}
-
-// The row's local symbol with its "<Uxxxx>" escapes decoded; the ISO code when the session
-// encoding cannot hold one of the decoded characters.
-Text<symbol_cells> local_symbol(const FmtCall& call, const MonetaryRow& row) {
-    Text<symbol_cells> out;
-    const std::u32string_view s = row.currency_symbol;
-    for (std::size_t i = 0; i < s.size();) {
-        if (s[i] == U'<' && i + 7 <= s.size() && (s[i + 1] == U'U' || s[i + 1] == U'u') && s[i + 6] == U'>') {
-            const int d[4] = {hex_digit(s[i + 2]), hex_digit(s[i + 3]), hex_digit(s[i + 4]), hex_digit(s[i + 5])};
-            if (d[0] >= 0 && d[1] >= 0 && d[2] >= 0 && d[3] >= 0) {
-                const auto c = static_cast<wchar>(d[0] << 12 | d[1] << 8 | d[2] << 4 | d[3]);
-                if (!convertible(call, c)) {
-                    out.length = 0;
-                    out.put(row.int_curr_symbol);
-                    return out;
-                }
-                out.put(c);
-                i += 7;
-                continue;
-            }
-        }
-        out.put(s[i++]);
-    }
-    return out;
-}
 
 // The kernel's plain fixed-point rendering, left-justified without trailing blanks.
 std::u32string_view kernel_number(const FmtCall& call, double value, std::int32_t width, wchar (&cells)[number_cells]) {
@@ -209,8 +169,7 @@ status render(FmtCall& call, const MonetaryRow& row, Instance& instance, Symbol 
         return st::ok;
     }
 
-    const Text<symbol_cells> symbol =
-        kind == Symbol::local ? local_symbol(call, row) : [&] { Text<symbol_cells> t; t.put(row.int_curr_symbol); return t; }();
+    const CurrencyText symbol = currency_text(call, row, kind == Symbol::local);
     Attempt attempt{true, true};
     std::int32_t narrowing = 0;
     for (;;) {
