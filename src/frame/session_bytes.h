@@ -35,33 +35,38 @@ inline bool all_below(const wchar* text, std::int32_t count, wchar bound) {
     return seen < bound;
 }
 
+// As the transcoder's convert, for a text below the identity bound: `count` characters
+// narrowed into at most `room` bytes, cut after the last that fits (0x803fe807). False, with
+// the bytes before the first character at or above the bound written, when the text has one.
+inline bool narrow(wchar bound, const wchar* text, std::int32_t count, unsigned char* dest, std::int32_t room,
+                   std::int32_t* produced, status* answer) {
+    if (!bound || count < 0 || room < 0 || (!dest && room != 0)) return false;
+    // Narrowed four characters a step while the bound is tested; the first step that finds a
+    // character at or above it gives up.
+    const std::int32_t stored = std::min(count, room);
+    std::int32_t i = 0;
+    for (; i + 4 <= stored; i += 4) {
+        const wchar a = text[i], b = text[i + 1], c = text[i + 2], d = text[i + 3];
+        if ((a | b | c | d) >= bound) return false;
+        const std::uint32_t four = a | b << 8 | c << 16 | d << 24;
+        std::memcpy(dest + i, &four, 4);
+    }
+    wchar seen = 0;
+    for (; i < stored; ++i) {
+        seen |= text[i];
+        dest[i] = static_cast<unsigned char>(text[i]);
+    }
+    if (seen >= bound || !all_below(text + stored, count - stored, bound)) return false;
+    *produced = stored;
+    *answer = stored == count ? st::ok : st::does_not_fit;
+    return true;
+}
+
 // As the transcoder's convert: `count` wide characters into at most `room` bytes.
 inline status convert(void* transcoder, const wchar* text, std::int32_t count, unsigned char* dest,
                       std::int32_t room, std::int32_t* produced) {
-    const wchar bound = identity_mask_bound(transcoder);
-    if (bound && count >= 0 && room >= 0 && (dest || room == 0)) {
-        // Narrowed four characters a step while the bound is tested; the first step that finds
-        // a character at or above it hands the whole text to the transcoder.
-        const std::int32_t stored = std::min(count, room);
-        std::int32_t i = 0;
-        for (; i + 4 <= stored; i += 4) {
-            const wchar a = text[i], b = text[i + 1], c = text[i + 2], d = text[i + 3];
-            if ((a | b | c | d) >= bound) break;
-            const std::uint32_t four = a | b << 8 | c << 16 | d << 24;
-            std::memcpy(dest + i, &four, 4);
-        }
-        if (i + 4 > stored) {
-            wchar seen = 0;
-            for (; i < stored; ++i) {
-                seen |= text[i];
-                dest[i] = static_cast<unsigned char>(text[i]);
-            }
-            if (seen < bound && all_below(text + stored, count - stored, bound)) {
-                *produced = stored;
-                return stored == count ? st::ok : st::does_not_fit;
-            }
-        }
-    }
+    status answer = st::ok;
+    if (narrow(identity_mask_bound(transcoder), text, count, dest, room, produced, &answer)) return answer;
     return kernel::convert(transcoder, text, count * static_cast<std::int32_t>(sizeof(wchar)), dest, room, produced);
 }
 

@@ -4,6 +4,9 @@
  * a character the encoding cannot hold, no transcoder) counts as not fitting. Nothing is
  * converted: a text below the transcoder's identity bound needs one byte a character, any other
  * is measured by the transcoder (converted into a scratch buffer when it does not measure).
+ * Under the byte wrapper the text is converted instead, straight into the caller's field: the
+ * test's answer is the same, and a text that fits leaves its bytes for the wrapper
+ * (frame/wrapped_call.h). A format must not change a text that passed before it returns.
  *
  *   if (call.byte_mode && !fits_session_encoding(call, text, call.width)) try_next_candidate();
  */
@@ -16,6 +19,7 @@
 #include "frame/abi.h"
 #include "frame/kernel.h"
 #include "frame/session_bytes.h"
+#include "frame/wrapped_call.h"
 
 namespace vxlocfmt {
 
@@ -39,6 +43,24 @@ inline bool fits_session_encoding(const FmtCall& call, std::u32string_view text,
     const auto length = static_cast<std::int32_t>(std::min<std::size_t>(text.size(), session_fit_bytes / 4));
     const std::int32_t limit = std::clamp(byte_width, 0, session_fit_bytes);
     const wchar bound = session_bytes::identity_mask_bound(transcoder);
+    if (WrappedCall* wrapped = WrappedCall::of(call)) {
+        wrapped->kept_text = nullptr;
+        if (static_cast<std::size_t>(length) == text.size()) {
+            // A conversion into min(limit, room) bytes answers the test when it succeeds, or
+            // when it is cut short at the limit itself; any other answer is measured below.
+            const std::int32_t room = std::min(limit, wrapped->room);
+            std::int32_t produced = 0;
+            status answer = st::ok;
+            if (!session_bytes::narrow(bound, text.data(), length, wrapped->field, room, &produced, &answer))
+                answer = kernel::convert(transcoder, text.data(), length * static_cast<std::int32_t>(sizeof(wchar)),
+                                         wrapped->field, room, &produced);
+            if (answer == st::ok) {
+                wrapped->keep(text.data(), length, produced);
+                return true;
+            }
+            if (answer == st::does_not_fit && room == limit) return false;
+        }
+    }
     if (bound && session_bytes::all_below(text.data(), length, bound)) return length <= limit;
     if (const kernel::measure_fn measure = kernel::measure_slot(transcoder)) {
         std::int32_t needed = 0;
