@@ -72,9 +72,20 @@ bool finish_kept(const WrappedCall& wrapped, void* transcoder, const wchar* text
         *answer = st::ok;
         return true;
     }
+    const wchar bound = session_bytes::identity_mask_bound(transcoder);
+    const std::int32_t rest = count - wrapped.kept_count;
+    if (rest == wrapped.blanks_after && bound > U' ') {
+        // Blanks the format vouched for: written, not read (the cells were just stored in
+        // pieces of another size, and loading them back would wait for the stores).
+        const std::int32_t stored = std::min(rest, wrapped.room - done);
+        std::memset(wrapped.field + done, ' ', static_cast<std::size_t>(stored));
+        *produced = done + stored;
+        *answer = stored == rest ? st::ok : st::does_not_fit;
+        return true;
+    }
     std::int32_t more = 0;
-    if (!session_bytes::narrow(session_bytes::identity_mask_bound(transcoder), text + wrapped.kept_count,
-                               count - wrapped.kept_count, wrapped.field + done, wrapped.room - done, &more, answer))
+    if (!session_bytes::narrow(bound, text + wrapped.kept_count, rest, wrapped.field + done, wrapped.room - done,
+                               &more, answer))
         return false;
     *produced = done + more;
     return true;

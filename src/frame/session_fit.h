@@ -70,4 +70,10 @@ inline bool fits_session_encoding(const FmtCall& call, std::u32string_view text,
     return detail::measure_by_converting(transcoder, text.data(), length, limit) == st::ok;
 }
 
+// After a test that fitted: the format's answer is that text and then `count` blanks (U+0020).
+inline void blanks_follow_fitted(const FmtCall& call, std::int32_t count) {
+    if (WrappedCall* wrapped = WrappedCall::of(call); wrapped && wrapped->kept_text)
+        wrapped->blanks_after = count;
+}
+
 }  // namespace vxlocfmt

@@ -30,6 +30,9 @@ struct WrappedCall {
     const wchar* kept_text = nullptr;
     std::int32_t kept_count = 0;
     std::int32_t kept_bytes = 0;
+    // Blanks that the format says follow the kept text in its answer (a name left-justified in
+    // its field): the wrapper writes them without reading them back.
+    std::int32_t blanks_after = 0;
 
     void mark() {
         const void* self = &record;
@@ -45,6 +48,7 @@ struct WrappedCall {
         kept_text = text;
         kept_count = count;
         kept_bytes = bytes;
+        blanks_after = 0;
     }
 };
 
