@@ -35,6 +35,34 @@ inline bool all_below(const wchar* text, std::int32_t count, wchar bound) {
     return seen < bound;
 }
 
+// Narrows `count` cells into `count` bytes, four a step with the last step overlapping the one
+// before; true when every cell is below the bound (the bytes are then theirs), false at the
+// first step that meets one that is not. For a count
+// fixed by the caller (a field's width) the steps do not depend on the text.
+inline bool narrow_cells(const wchar* text, std::int32_t count, unsigned char* dest, wchar bound) {
+    const auto four = [&](std::int32_t i) {
+        const wchar a = text[i], b = text[i + 1], c = text[i + 2], d = text[i + 3];
+        const std::uint32_t bytes = a | b << 8 | c << 16 | d << 24;
+        std::memcpy(dest + i, &bytes, 4);
+        return a | b | c | d;
+    };
+    wchar seen = 0;
+    if (count >= 4) {
+        // A step that meets a character at or above the bound ends it: the text is the
+        // transcoder's (in the text's own script that step is the same on every call).
+        std::int32_t i = 0;
+        for (; i + 4 <= count; i += 4)
+            if ((seen = four(i)) >= bound) return false;
+        if (i < count) seen = four(count - 4);
+    } else {
+        for (std::int32_t i = 0; i < count; ++i) {
+            seen |= text[i];
+            dest[i] = static_cast<unsigned char>(text[i]);
+        }
+    }
+    return seen < bound;
+}
+
 // As the transcoder's convert, for a text below the identity bound: `count` characters
 // narrowed into at most `room` bytes, cut after the last that fits (0x803fe807). False, with
 // the bytes before the first character at or above the bound written, when the text has one.

@@ -37,7 +37,11 @@ namespace detail {
 }
 }  // namespace detail
 
-inline bool fits_session_encoding(const FmtCall& call, std::u32string_view text, std::int32_t byte_width) {
+// `readable`: cells from the text's start that the format has written (the text and the blanks
+// after it, up to the field's stored cells), at least the text's own; under the wrapper they are
+// narrowed with it when they can be, a length that does not vary with the text.
+inline bool fits_session_encoding(const FmtCall& call, std::u32string_view text, std::int32_t byte_width,
+                                  std::int32_t readable = 0) {
     void* transcoder = call.session_transcoder;
     if (!transcoder) return false;
     const auto length = static_cast<std::int32_t>(std::min<std::size_t>(text.size(), session_fit_bytes / 4));
@@ -49,9 +53,20 @@ inline bool fits_session_encoding(const FmtCall& call, std::u32string_view text,
             // A conversion into min(limit, room) bytes answers the test when it succeeds, or
             // when it is cut short at the limit itself; any other answer is measured below.
             const std::int32_t room = std::min(limit, wrapped->room);
+            bool narrowable = bound != 0;
+            if (narrowable && length <= room && wrapped->field) {
+                const std::int32_t cells = std::min(std::max(readable, length), room);
+                if (session_bytes::narrow_cells(text.data(), cells, wrapped->field, bound)) {
+                    wrapped->keep(text.data(), length, length);
+                    wrapped->narrowed_cells = cells;
+                    return true;
+                }
+                narrowable = false;  // a character at or above the bound: the transcoder's text
+            }
             std::int32_t produced = 0;
             status answer = st::ok;
-            if (!session_bytes::narrow(bound, text.data(), length, wrapped->field, room, &produced, &answer))
+            if (!narrowable ||
+                !session_bytes::narrow(bound, text.data(), length, wrapped->field, room, &produced, &answer))
                 answer = kernel::convert(transcoder, text.data(), length * static_cast<std::int32_t>(sizeof(wchar)),
                                          wrapped->field, room, &produced);
             if (answer == st::ok) {

@@ -30,6 +30,9 @@ struct WrappedCall {
     const wchar* kept_text = nullptr;
     std::int32_t kept_count = 0;
     std::int32_t kept_bytes = 0;
+    // Cells from `kept_text` on, the kept ones and the cells after them, that are in `field` one
+    // byte each (all below the identity bound); 0 when the text took the transcoder.
+    std::int32_t narrowed_cells = 0;
     // Blanks that the format says follow the kept text in its answer (a name left-justified in
     // its field): the wrapper writes them without reading them back.
     std::int32_t blanks_after = 0;
@@ -48,6 +51,7 @@ struct WrappedCall {
         kept_text = text;
         kept_count = count;
         kept_bytes = bytes;
+        narrowed_cells = 0;
         blanks_after = 0;
     }
 };

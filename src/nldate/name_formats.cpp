@@ -50,7 +50,8 @@ status name_format(FmtCall& call, registry::Limits limits, name_set set) {
     if (call.decimals & option_upper_case) text::to_upper(std::span(field.data(), static_cast<std::size_t>(written)));
     // The name itself must fit the width in session bytes; the blanks after it are the wrapper's.
     if (call.byte_mode) {
-        if (!fits_session_encoding(call, {field.data(), static_cast<std::size_t>(written)}, call.width))
+        if (!fits_session_encoding(call, {field.data(), static_cast<std::size_t>(written)}, call.width,
+                                   field.stored()))
             field.fill(U'*');
         else
             blanks_follow_fitted(call, field.stored() - written);
