@@ -85,6 +85,29 @@ inline bool fits_session_encoding(const FmtCall& call, std::u32string_view text,
     return detail::measure_by_converting(transcoder, text.data(), length, limit) == st::ok;
 }
 
+// The bytes `count` wide characters take in the session encoding, or -1 when a conversion into
+// `capacity` bytes would not succeed (no transcoder, a character the encoding cannot hold, too
+// long): the fit test of the number and money formats, which need the length itself. Converts
+// nothing when the text is below the identity bound or the transcoder measures.
+inline std::int32_t session_byte_length(const FmtCall& call, const wchar* text, std::int32_t count,
+                                        std::int32_t capacity) {
+    void* transcoder = call.session_transcoder;
+    if (!transcoder || count < 0 || count > session_fit_bytes / 4) return -1;
+    capacity = std::clamp(capacity, 0, session_fit_bytes);
+    const wchar bound = session_bytes::identity_mask_bound(transcoder);
+    if (bound && session_bytes::all_below(text, count, bound)) return count <= capacity ? count : -1;
+    std::int32_t needed = 0;
+    status answer = st::ok;
+    if (const kernel::measure_fn measure = kernel::measure_slot(transcoder)) {
+        answer = measure(transcoder, text, count * static_cast<std::int32_t>(sizeof(wchar)), capacity, &needed, 0);
+    } else {
+        unsigned char bytes[session_fit_bytes];
+        answer = kernel::convert(transcoder, text, count * static_cast<std::int32_t>(sizeof(wchar)), bytes, capacity,
+                                 &needed);
+    }
+    return answer == st::ok ? needed : -1;
+}
+
 // After a test that fitted: the format's answer is that text and then `count` blanks (U+0020).
 inline void blanks_follow_fitted(const FmtCall& call, std::int32_t count) {
     if (WrappedCall* wrapped = WrappedCall::of(call); wrapped && wrapped->kept_text)
