@@ -6,7 +6,8 @@
  * is measured by the transcoder (converted into a scratch buffer when it does not measure).
  * Under the byte wrapper the text is converted instead, straight into the caller's field: the
  * test's answer is the same, and a text that fits leaves its bytes for the wrapper
- * (frame/wrapped_call.h). A format must not change a text that passed before it returns.
+ * (frame/wrapped_call.h). A format must not change a text that passed, nor the readable cells
+ * after it, before it returns.
  *
  *   if (call.byte_mode && !fits_session_encoding(call, text, call.width)) try_next_candidate();
  */
