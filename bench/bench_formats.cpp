@@ -3,7 +3,8 @@
 // floor. Ours are called the way the host calls them: the extension loaded with dlopen, one warm
 // call record per locale (vxhost::Session, property table built), the registry row's function
 // for wide output and its _b function for bytes (a second session with UTF-8 output). Base64
-// encode and decode run beside a plain scalar loop. The run ends with a table of times per value
+// encode and decode run beside a plain scalar loop. The number, percent and money rows run wide
+// and through _b only, for the _b-beside-wide table. The run ends with a table of times per value
 // (or MB/s), the ratios peer/us and the state of the goals.
 //
 //   bench_formats                    the whole run (about two minutes on two cores)
@@ -125,6 +126,21 @@ struct LocaleSpec {
 };
 const LocaleSpec locales[] = {{"en_US", Layout::en}, {"de_DE", Layout::de}, {"ja_JP", Layout::ja}};
 
+// Numeric, percent and money rows: ours wide and through their _b function only (their peers
+// are bench_nlnum and bench_money), for the _b-beside-wide table. Values: amounts.
+struct ByteRowSpec {
+    const char* name;
+    const char32_t* registry;
+    int width;
+    int decimals;
+    double scale;  // the amount times this: NLPCT takes a fraction
+};
+const ByteRowSpec byte_rows[] = {
+    {"NLNUM", U"NLNUM", 16, 2, 1},          {"NLPCT", U"NLPCT", 10, 1, 1e-6},
+    {"NLMNY", U"NLMNY", 16, 2, 1},          {"NLMNIEUR", U"NLMNIEUR", 20, 2, 1},
+    {"NLMNLEUR", U"NLMNLEUR", 20, 2, 1},
+};
+
 double (*const udate_of[])(double) = {udate_of_day, udate_of_datetime, udate_of_time, udate_of_month};
 std::time_t (*const unix_of[])(double) = {unix_of_day, unix_of_datetime, unix_of_time, unix_of_month};
 
@@ -207,6 +223,7 @@ struct Bench {
     Values values;
     std::unique_ptr<vxhost::Library> library;
     std::vector<LocaleState> locales;
+    std::vector<double> amounts;     // -1,000,000.00 to 1,000,000.00 in cents, from the datetimes
     std::vector<std::uint8_t> blob;  // base64 input
     std::string strftime_note;       // why strftime_l is missing, when it is
 
@@ -240,6 +257,9 @@ std::unique_ptr<Bench> set_up(const Options& options) {
     bench->options = options;
     bench->values = make_values(options.count);
     bench->library = std::make_unique<vxhost::Library>();
+    bench->amounts.reserve(bench->values.datetimes.size());
+    for (const double t : bench->values.datetimes)
+        bench->amounts.push_back(static_cast<double>(static_cast<std::int64_t>(std::fabs(t)) % 200'000'001 - 100'000'000) / 100);
     SplitMix rng{value_seed ^ 0xB64};
     bench->blob.resize(1 << 20);
     for (auto& b : bench->blob) b = static_cast<std::uint8_t>(rng.next() >> 56);
@@ -514,6 +534,24 @@ void register_all(Bench& bench) {
             });
         }
     }
+    for (const ByteRowSpec& spec : byte_rows) {
+        for (LocaleState& ls : bench.locales) {
+            const vxlocfmt::FuncInfo* row = bench.library->find(spec.registry);
+            if (!row || !row->byte_function) continue;
+            auto values = std::make_shared<std::vector<double>>(bench.amounts);
+            for (double& v : *values) v *= spec.scale;
+            const auto n = static_cast<double>(values->size());
+            const std::string prefix = std::string(spec.name) + "/" + ls.spec->name + "/";
+            vxhost::Session& wide = *ls.wide;
+            vxhost::Session& bytes = *ls.bytes;
+            register_benchmark(prefix + "us", n, [&wide, row, values, spec](benchmark::State& state) {
+                sweep_wide(state, wide, *row, spec.width, spec.decimals, *values);
+            });
+            register_benchmark(prefix + "us_b", n, [&bytes, row, values, spec](benchmark::State& state) {
+                sweep_bytes(state, bytes, *row, spec.width, spec.decimals, *values);
+            });
+        }
+    }
     register_base64(bench);
 }
 
@@ -613,6 +651,20 @@ private:
                             ratio_cell(prefix, "icu_b", "us_b").c_str(), same.c_str());
             }
         }
+        bool numbers = false;
+        for (const ByteRowSpec& spec : byte_rows) {
+            for (const LocaleState& ls : bench_.locales) {
+                const std::string prefix = std::string(spec.name) + "/" + ls.spec->name + "/";
+                if (!seconds(prefix + "us") && !seconds(prefix + "us_b")) continue;
+                if (!numbers) std::printf("\n%-13s %-6s %8s %8s %6s\n", "number", "locale", "us", "us_b", "_b/us");
+                numbers = true;
+                const std::string name = std::string(spec.name) + std::to_string(spec.width) + "." +
+                                         std::to_string(spec.decimals);
+                std::printf("%-13s %-6s %8s %8s %6s\n", name.c_str(), ls.spec->name, cell(prefix + "us").c_str(),
+                            cell(prefix + "us_b").c_str(), ratio_cell(prefix, "us_b", "us", true).c_str());
+            }
+        }
+        if (numbers) std::printf("\n");
         for (const char* what : {"base64 encode", "base64 decode"}) {
             for (const char* size : {"1 MiB", "4096 B", "60 B fields"}) {
                 const std::string prefix = std::string(what) + "/" + size + "/";
@@ -652,6 +704,13 @@ private:
                 goal(label + ": us_b / us", ratio(prefix, "us_b"), 1.25, false, "x");
                 if (spec.name == std::string_view("NLDATE"))
                     goal(label + ": ICU+UTF-8 / us_b", ratio(prefix, "icu_b", "us_b"), 20, true, "x");
+            }
+        }
+        for (const ByteRowSpec& spec : byte_rows) {
+            for (const LocaleState& ls : bench_.locales) {
+                const std::string prefix = std::string(spec.name) + "/" + ls.spec->name + "/";
+                if (!seconds(prefix + "us_b")) continue;
+                goal(std::string(spec.name) + " " + ls.spec->name + ": us_b / us", ratio(prefix, "us_b"), 1.25, false, "x");
             }
         }
         for (const char* row : {"NLDATE", "NLDATEL", "NLDATEW", "NLDATM", "WEEKV"}) {

@@ -48,35 +48,39 @@ std::uint32_t encode_utf8(const char32_t* text, std::size_t count, unsigned char
     }
     std::size_t i = 0;
     while (i < count) {
-        // Four ASCII characters at once: most session text is ASCII.
-        if (i + 4 <= count && used + 4 <= capacity) {
-            const char32_t a = text[i], b = text[i + 1], c = text[i + 2], d = text[i + 3];
-            if ((a | b | c | d) < 0x80) {
-                if constexpr (Write) {
-                    dest[used] = static_cast<unsigned char>(a);
-                    dest[used + 1] = static_cast<unsigned char>(b);
-                    dest[used + 2] = static_cast<unsigned char>(c);
-                    dest[used + 3] = static_cast<unsigned char>(d);
-                }
+        const char32_t c = text[i];
+        if (c < 0x80) {
+            // Most session text is ASCII: four characters at once while four are ASCII, so a
+            // run of ASCII after a multi-byte character is back on the block path at once.
+            if (i + 4 <= count && used + 4 <= capacity && (c | text[i + 1] | text[i + 2] | text[i + 3]) < 0x80) {
+                dest[used] = static_cast<unsigned char>(c);
+                dest[used + 1] = static_cast<unsigned char>(text[i + 1]);
+                dest[used + 2] = static_cast<unsigned char>(text[i + 2]);
+                dest[used + 3] = static_cast<unsigned char>(text[i + 3]);
                 used += 4;
                 i += 4;
                 continue;
             }
+            if (used == capacity) {
+                *produced = used;
+                return vxlocfmt::st::does_not_fit;
+            }
+            dest[used++] = static_cast<unsigned char>(c);
+            ++i;
+            continue;
         }
-        const char32_t c = text[i];
         if (!is_scalar(c)) {
             *produced = used;
             return status_unmappable;
         }
-        const std::int32_t size = c < 0x80 ? 1 : c < 0x800 ? 2 : c < 0x10000 ? 3 : 4;
+        const std::int32_t size = 2 + (c >= 0x800) + (c >= 0x10000);
         if (used + size > capacity) {
             *produced = used;
             return vxlocfmt::st::does_not_fit;
         }
-        if constexpr (Write) {
+        {
             unsigned char* o = dest + used;
             switch (size) {
-            case 1: o[0] = static_cast<unsigned char>(c); break;
             case 2:
                 o[0] = static_cast<unsigned char>(0xC0 | (c >> 6));
                 o[1] = static_cast<unsigned char>(0x80 | (c & 0x3F));

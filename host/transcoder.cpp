@@ -27,6 +27,27 @@ vxlocfmt::status slot_measure(void* object, const void* source, std::int32_t len
     return self<Transcoder>(object).measure(source, length, limit, needed);
 }
 
+// UTF-8 sessions, the most common, go straight to their encoder: the checks of convert and
+// measure, then no dispatch on the kind.
+vxlocfmt::status slot_convert_utf8(void*, const void* source, std::int32_t length, void* dest,
+                                   std::int32_t capacity, std::int32_t* produced, std::int64_t) {
+    std::int32_t ignored = 0;
+    if (!produced) produced = &ignored;
+    *produced = 0;
+    if (length < 0 || capacity < 0 || (length > 0 && !source) || (capacity > 0 && !dest)) return status_bad_source;
+    return encode_utf8<true>(static_cast<const char32_t*>(source), static_cast<std::size_t>(length) / 4,
+                             static_cast<unsigned char*>(dest), capacity, produced);
+}
+vxlocfmt::status slot_measure_utf8(void*, const void* source, std::int32_t length, std::int32_t limit,
+                                   std::int32_t* needed, std::int64_t) {
+    std::int32_t ignored = 0;
+    if (!needed) needed = &ignored;
+    *needed = 0;
+    if (length < 0 || limit < 0 || (length > 0 && !source)) return status_bad_source;
+    return encode_utf8<false>(static_cast<const char32_t*>(source), static_cast<std::size_t>(length) / 4, nullptr,
+                              limit, needed);
+}
+
 // ICU's stop callback lets a default-ignorable character the encoding cannot hold (a soft hyphen
 // in KOI8-R, a variation selector) vanish; a session stops at it like at any other.
 void stop_at_every_unmappable(const void*, UConverterFromUnicodeArgs*, const UChar*, std::int32_t, UChar32,
@@ -97,6 +118,10 @@ Transcoder::Transcoder(Kind kind, std::string encoding, UConverter* converter, c
     if (kind != Kind::locale_to_wide && kind != Kind::utf8_to_wide) {
         words[transcoder_measure_slot] = fn_word(&slot_measure);
         words[transcoder_word_identity] = reinterpret_cast<void*>(static_cast<std::uintptr_t>(identity_bound));
+    }
+    if (kind == Kind::wide_to_utf8) {
+        words[object_convert_slot] = fn_word(&slot_convert_utf8);
+        words[transcoder_measure_slot] = fn_word(&slot_measure_utf8);
     }
     ++live_transcoders;
 }

@@ -1,11 +1,13 @@
 #include "frame/byte_output.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <cstring>
 #include <utility>
 
 #include "frame/kernel.h"
 #include "frame/session_bytes.h"
+#include "frame/wrapped_call.h"
 
 namespace vxlocfmt {
 namespace {
@@ -33,19 +35,67 @@ status convert_to(const FmtCall& call, const wchar* text, std::int32_t count, un
     return session_bytes::convert(call.session_transcoder, text, count, dest, bytes, produced);
 }
 
-// The call record copied in 16-byte pieces: a plain copy of its 344 bytes compiles to a string
-// move whose start-up costs more than the copy itself, on every `_b` call.
+// The call record into the wrapper's copy. The host has just stored the value pointer and the
+// produced length: its first fields are copied as the fields they are, since a wider load across
+// a fresh narrower store stalls until the store is done. The output, capacity and produced length
+// are the wrapper's own and are not copied; the rest goes in 16-byte pieces (a plain copy of the
+// record compiles to a string move whose start-up costs more than the copy itself).
 template <std::size_t... piece>
 void copy_pieces(unsigned char* to, const unsigned char* from, std::index_sequence<piece...>) {
     (std::memcpy(to + piece * 16, from + piece * 16, 16), ...);
 }
 void copy_record(FmtCall& to, const FmtCall& from) {
-    constexpr std::size_t pieces = sizeof(FmtCall) / 16;
-    constexpr std::size_t tail = sizeof(FmtCall) % 16;
-    auto* t = reinterpret_cast<unsigned char*>(&to);
-    const auto* f = reinterpret_cast<const unsigned char*>(&from);
+    to.width = from.width;
+    to.decimals = from.decimals;
+    to.input = from.input;
+    to.input_length = from.input_length;
+    constexpr std::size_t rest = offsetof(FmtCall, unused_a);
+    static_assert(rest == offsetof(FmtCall, produced) + sizeof(FmtCall::produced), "the skipped fields end here");
+    constexpr std::size_t pieces = (sizeof(FmtCall) - rest) / 16;
+    constexpr std::size_t tail = (sizeof(FmtCall) - rest) % 16;
+    auto* t = reinterpret_cast<unsigned char*>(&to) + rest;
+    const auto* f = reinterpret_cast<const unsigned char*>(&from) + rest;
     copy_pieces(t, f, std::make_index_sequence<pieces>());
-    std::memcpy(t + pieces * 16, f + pieces * 16, tail);
+    if constexpr (tail > 0) std::memcpy(t + pieces * 16, f + pieces * 16, tail);
+}
+
+// The wide text's conversion when the format's fit test has left the bytes of its beginning in
+// the field: the rest, below the identity bound, is narrowed after them (a text below the bound
+// adds one byte a character to any other, as the transcoder promises). False when the rest needs
+// the transcoder: the whole text is then converted as usual.
+bool finish_kept(const WrappedCall& wrapped, void* transcoder, const wchar* text, std::int32_t count,
+                 std::int32_t* produced, status* answer) {
+    if (wrapped.kept_text != text) return false;
+    if (count <= wrapped.narrowed_cells) {
+        // The whole text was narrowed with the test's: it fits the field, a byte a character.
+        *produced = count;
+        *answer = st::ok;
+        return true;
+    }
+    if (wrapped.kept_count > count) return false;
+    const std::int32_t done = wrapped.kept_bytes;
+    if (wrapped.kept_count == count) {
+        *produced = done;
+        *answer = st::ok;
+        return true;
+    }
+    const wchar bound = session_bytes::identity_mask_bound(transcoder);
+    const std::int32_t rest = count - wrapped.kept_count;
+    if (rest == wrapped.blanks_after && bound > U' ') {
+        // Blanks the format vouched for: written, not read (the cells were just stored in
+        // pieces of another size, and loading them back would wait for the stores).
+        const std::int32_t stored = std::min(rest, wrapped.room - done);
+        std::memset(wrapped.field + done, ' ', static_cast<std::size_t>(stored));
+        *produced = done + stored;
+        *answer = stored == rest ? st::ok : st::does_not_fit;
+        return true;
+    }
+    std::int32_t more = 0;
+    if (!session_bytes::narrow(bound, text + wrapped.kept_count, rest, wrapped.field + done, wrapped.room - done,
+                               &more, answer))
+        return false;
+    *produced = done + more;
+    return true;
 }
 
 }  // namespace
@@ -76,19 +126,28 @@ VX_EXPORT status vxfmtnlbyte(FmtCall* call, FmtCall* out, void* extra, int align
         cells = wanted;
     }
 
-    FmtCall wide;
+    WrappedCall wrapped;
+    FmtCall& wide = wrapped.record;
     copy_record(wide, *call);
     wide.output = scratch;
     wide.capacity = cells;
     wide.produced = 0;  // byte mode stays as the caller set it: formats then pick what fits in bytes
+    auto* dest = static_cast<unsigned char*>(out->output);
+    if (dest || field == 0) {
+        wrapped.field = dest;
+        wrapped.room = field;
+        wrapped.mark();
+    }
     format(&wide, extra);
     const std::int32_t produced = std::clamp(wide.produced, 0, cells);
 
     // The wide format may have built the call's property table on its copy: keep it.
     call->property_cache = wide.property_cache;
 
-    auto* dest = static_cast<unsigned char*>(out->output);
-    status result = convert_to(*call, scratch, produced, dest, field, &out->produced);
+    status result = st::ok;
+    if (!call->session_transcoder ||
+        !finish_kept(wrapped, call->session_transcoder, scratch, produced, &out->produced, &result))
+        result = convert_to(*call, scratch, produced, dest, field, &out->produced);
 
     if (result == st::does_not_fit && (alignment == 'r' || alignment == 'R') && field >= 1) {
         std::int32_t blanks = 0;

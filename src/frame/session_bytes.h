@@ -35,34 +35,84 @@ inline bool all_below(const wchar* text, std::int32_t count, wchar bound) {
     return seen < bound;
 }
 
-// As the transcoder's convert: `count` wide characters into at most `room` bytes.
-inline status convert(void* transcoder, const wchar* text, std::int32_t count, unsigned char* dest,
-                      std::int32_t room, std::int32_t* produced) {
-    const wchar bound = identity_mask_bound(transcoder);
-    if (bound && count >= 0 && room >= 0 && (dest || room == 0)) {
-        // Narrowed four characters a step while the bound is tested; the first step that finds
-        // a character at or above it hands the whole text to the transcoder.
-        const std::int32_t stored = std::min(count, room);
+// Narrows `count` cells into `count` bytes, four a step with the last step overlapping the one
+// before; true when every cell is below the bound (the bytes are then theirs), false at the
+// first step that meets one that is not. For a count
+// fixed by the caller (a field's width) the steps do not depend on the text.
+inline bool narrow_cells(const wchar* text, std::int32_t count, unsigned char* dest, wchar bound) {
+    const auto four = [&](std::int32_t i) {
+        const wchar a = text[i], b = text[i + 1], c = text[i + 2], d = text[i + 3];
+        const std::uint32_t bytes = a | b << 8 | c << 16 | d << 24;
+        std::memcpy(dest + i, &bytes, 4);
+        return a | b | c | d;
+    };
+    wchar seen = 0;
+    if (count >= 4) {
+        // A step that meets a character at or above the bound ends it: the text is the
+        // transcoder's (in the text's own script that step is the same on every call).
         std::int32_t i = 0;
-        for (; i + 4 <= stored; i += 4) {
-            const wchar a = text[i], b = text[i + 1], c = text[i + 2], d = text[i + 3];
-            if ((a | b | c | d) >= bound) break;
-            const std::uint32_t four = a | b << 8 | c << 16 | d << 24;
-            std::memcpy(dest + i, &four, 4);
-        }
-        if (i + 4 > stored) {
-            wchar seen = 0;
-            for (; i < stored; ++i) {
-                seen |= text[i];
-                dest[i] = static_cast<unsigned char>(text[i]);
-            }
-            if (seen < bound && all_below(text + stored, count - stored, bound)) {
-                *produced = stored;
-                return stored == count ? st::ok : st::does_not_fit;
-            }
+        for (; i + 4 <= count; i += 4)
+            if ((seen = four(i)) >= bound) return false;
+        if (i < count) seen = four(count - 4);
+    } else {
+        for (std::int32_t i = 0; i < count; ++i) {
+            seen |= text[i];
+            dest[i] = static_cast<unsigned char>(text[i]);
         }
     }
-    return kernel::convert(transcoder, text, count * static_cast<std::int32_t>(sizeof(wchar)), dest, room, produced);
+    return seen < bound;
+}
+
+// As the transcoder's convert, for a text below the identity bound: `count` characters
+// narrowed into at most `room` bytes, cut after the last that fits (0x803fe807). False when the
+// text has a character at or above the bound; `done` then receives how many characters from the
+// start are narrowed, all below the bound (0 when the text cannot be narrowed at all).
+inline bool narrow(wchar bound, const wchar* text, std::int32_t count, unsigned char* dest, std::int32_t room,
+                   std::int32_t* produced, status* answer, std::int32_t* done = nullptr) {
+    std::int32_t ignored = 0;
+    if (!done) done = &ignored;
+    *done = 0;
+    if (!bound || count < 0 || room < 0 || (!dest && room != 0)) return false;
+    // Narrowed four characters a step while the bound is tested; the first step that finds a
+    // character at or above it gives up.
+    const std::int32_t stored = std::min(count, room);
+    std::int32_t i = 0;
+    for (; i + 4 <= stored; i += 4) {
+        const wchar a = text[i], b = text[i + 1], c = text[i + 2], d = text[i + 3];
+        if ((a | b | c | d) >= bound) {
+            *done = i;
+            return false;
+        }
+        const std::uint32_t four = a | b << 8 | c << 16 | d << 24;
+        std::memcpy(dest + i, &four, 4);
+    }
+    *done = i;
+    wchar seen = 0;
+    for (; i < stored; ++i) {
+        seen |= text[i];
+        dest[i] = static_cast<unsigned char>(text[i]);
+    }
+    if (seen >= bound) return false;
+    *done = stored;
+    if (!all_below(text + stored, count - stored, bound)) return false;
+    *produced = stored;
+    *answer = stored == count ? st::ok : st::does_not_fit;
+    return true;
+}
+
+// As the transcoder's convert: `count` wide characters into at most `room` bytes. The characters
+// before the first at or above the identity bound are narrowed here and only the rest goes to the
+// transcoder, written after them: below the bound an encoding keeps no state between characters,
+// so a text converts to the bytes of its parts one after the other (the bound's promise).
+inline status convert(void* transcoder, const wchar* text, std::int32_t count, unsigned char* dest,
+                      std::int32_t room, std::int32_t* produced) {
+    status answer = st::ok;
+    std::int32_t done = 0;
+    if (narrow(identity_mask_bound(transcoder), text, count, dest, room, produced, &answer, &done)) return answer;
+    const status rest = kernel::convert(transcoder, text + done, (count - done) * static_cast<std::int32_t>(sizeof(wchar)),
+                                        dest + done, room - done, produced);
+    *produced += done;
+    return rest;
 }
 
 }  // namespace vxlocfmt::session_bytes

@@ -49,8 +49,13 @@ status name_format(FmtCall& call, registry::Limits limits, name_set set) {
     const std::int32_t written = std::min(static_cast<std::int32_t>(text.size()), field.stored());
     if (call.decimals & option_upper_case) text::to_upper(std::span(field.data(), static_cast<std::size_t>(written)));
     // The name itself must fit the width in session bytes; the blanks after it are the wrapper's.
-    if (call.byte_mode && !fits_session_encoding(call, {field.data(), static_cast<std::size_t>(written)}, call.width))
-        field.fill(U'*');
+    if (call.byte_mode) {
+        if (!fits_session_encoding(call, {field.data(), static_cast<std::size_t>(written)}, call.width,
+                                   field.stored()))
+            field.fill(U'*');
+        else
+            blanks_follow_fitted(call, field.stored() - written);
+    }
     return st::ok;
 }
 

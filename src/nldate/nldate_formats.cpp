@@ -117,9 +117,10 @@ status format_by_candidates(FmtCall& call, void* extra, const candidate_format& 
         if (format.skip_by_width && c.needed > width) continue;
         std::int32_t produced = width;
         if (expand_candidate(call, format, row, c, &produced) != expand_ok) continue;
+        // The expander writes every stored cell: the text, then blanks.
         if (call.byte_mode && !fits_session_encoding(call, {field.data(), static_cast<std::size_t>(
                                                                                std::min(produced, field.stored()))},
-                                                     width))
+                                                     width, field.stored()))
             continue;
         call.produced = produced;
         return st::ok;

@@ -7,6 +7,7 @@
 #include "frame/field.h"
 #include "frame/instance.h"
 #include "frame/kernel.h"
+#include "frame/session_fit.h"
 #include "locale/property_table.h"
 #include "nlnum/currency_format_patterns.h"
 #include "nlnum/currency_symbol.h"
@@ -125,13 +126,7 @@ Text<styled_cells> styled(std::u32string_view digits, double value, const FmtCal
 
 // Bytes of the text in the session encoding, or -1 when the converter refuses it.
 std::int32_t session_bytes(const FmtCall& call, std::u32string_view text) {
-    if (!call.session_transcoder) return -1;
-    unsigned char bytes[converted_bytes];
-    std::int32_t produced = 0;
-    const status converted = kernel::convert(call.session_transcoder, text.data(),
-                                             static_cast<std::int32_t>(text.size() * sizeof(wchar)), bytes,
-                                             converted_bytes, &produced);
-    return converted == st::ok ? produced : -1;
+    return session_byte_length(call, text.data(), static_cast<std::int32_t>(text.size()), converted_bytes);
 }
 
 void write_missing(FmtCall& call) {

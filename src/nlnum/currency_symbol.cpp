@@ -1,6 +1,6 @@
 #include "nlnum/currency_symbol.h"
 
-#include "frame/kernel.h"
+#include "frame/session_fit.h"
 
 namespace vxlocfmt::nlnum {
 namespace {
@@ -9,9 +9,7 @@ constexpr std::int32_t one_character_bytes = 8;
 
 bool convertible(const FmtCall& call, wchar c) {
     if (!call.session_transcoder) return true;  // a wide session holds every character
-    unsigned char bytes[one_character_bytes];
-    std::int32_t produced = 0;
-    return kernel::convert(call.session_transcoder, &c, sizeof c, bytes, one_character_bytes, &produced) == st::ok;
+    return session_byte_length(call, &c, 1, one_character_bytes) >= 0;
 }
 
 int hex_digit(wchar c) {

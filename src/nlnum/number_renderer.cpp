@@ -6,6 +6,7 @@
 #include "calendar/missing_value.h"
 #include "frame/field.h"
 #include "frame/kernel.h"
+#include "frame/session_fit.h"
 #include "nlnum/number_styling.h"
 
 namespace vxlocfmt::nlnum {
@@ -54,12 +55,7 @@ bool ask_kernel(void* locale, double value, std::int32_t width, std::int32_t dec
 
 // Wide text into the session encoding; its length in bytes, or -1 when the converter refuses.
 std::int32_t converted_length(const FmtCall& call, const wchar* text, std::size_t count) {
-    if (!call.session_transcoder) return -1;
-    unsigned char bytes[converter_bytes];
-    std::int32_t produced = -1;
-    const status code = kernel::convert(call.session_transcoder, text, static_cast<std::int32_t>(count * sizeof(wchar)),
-                                        bytes, converter_bytes, &produced);
-    return code == st::ok ? produced : -1;
+    return session_byte_length(call, text, static_cast<std::int32_t>(count), converter_bytes);
 }
 
 }  // namespace
