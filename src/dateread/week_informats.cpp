@@ -42,6 +42,7 @@ std::int32_t zkpweek(std::u32string_view text, wchar rule, std::int32_t, double*
     std::int64_t year, week = 0, day = 1;
     std::size_t year_digits, at = w + 1, week_digits = 0;
     if (!digits_of(text.substr(0, w), year, year_digits) || year_digits == 0) return week_not_digits;
+    while (at < text.size() && text[at] == U' ') ++at;
     while (at < text.size() && week_digits < 2 && is_digit(text[at])) week = week * 10 + (text[at++] - U'0'), ++week_digits;
     if (week_digits == 0) return week_not_digits;
     std::size_t day_digits;
@@ -59,7 +60,9 @@ std::int32_t zkpweek(std::u32string_view text, wchar rule, std::int32_t, double*
 
     const double january_first = calendar::zmdy(1, 1, static_cast<double>(year));
     if (!calendar::in_day_range(january_first)) return week_out_of_limits;
-    const std::int64_t wd = calendar::weekday_in_range(january_first);  // 1 Sunday .. 7 Saturday
+    // 1 Sunday .. 7 Saturday. Counted here rather than by zwekday, whose answer for 1582-01-01
+    // is deliberately -1; day 0 is a Friday.
+    const std::int64_t wd = calendar::floor_mod(static_cast<std::int64_t>(january_first) + 5, 7) + 1;
     std::int64_t offset;
     switch (rule) {
     case U'V': offset = 2 - wd + 7 * (wd == 6 || wd == 7 ? week : week - 1) + day; break;

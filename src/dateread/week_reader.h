@@ -21,7 +21,8 @@ inline constexpr std::int32_t week_out_of_limits = 1;  // year, week, day or the
 inline constexpr std::int32_t week_not_digits = -1;    // no "W", no year or week, or a stray character
 
 // The text splits at its first "W" (or "w"): the year before it (blanks and "-" skipped; one or
-// two digits are placed by the cut-off year read from *cell), one or two week digits after it,
+// two digits are placed by the cut-off year read from *cell), one or two week digits after it
+// (blanks before them skipped),
 // then an optional day of the week (blanks and "-" skipped before it; 1 when absent). Limits:
 // a year of 100 or more outside 1582 to 20000, a week above 53, a day above 31 (deliberately
 // not 7). On 0 the day number replaces the cut-off in *cell; otherwise *cell is untouched.
