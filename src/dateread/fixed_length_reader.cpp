@@ -8,7 +8,8 @@
 #include <algorithm>
 #include <array>
 
-#include "calendar/date_conversions.h"
+#include "calendar/day_number.h"
+#include "calendar/year_cutoff.h"
 #include "calendar/missing_value.h"
 #include "locale/property_numbers.h"
 #include "text/case_mapping.h"
@@ -30,166 +31,148 @@ inline wchar fold(wchar c) {
 }
 inline bool same_letter(wchar a, wchar b) { return a == b || fold(a) == fold(b); }
 
-enum class what : std::uint8_t { literal, blanks, number, name, marker, zone, zone_letters };
+enum class what : std::uint8_t { literal, blanks, number, clock, name, marker, zone, zone_letters, nothing, refused };
 enum class field : std::uint8_t { ignored, day, month, year, hour, hour_k, twelve_hour, minute, second };
 enum class group : std::uint8_t { month, weekday, quarter };
 
-// Trivial, so a pattern's element array costs nothing until it is filled.
-struct element {
+// What a kind of element reads: a literal, a run of blanks, or one directive letter.
+struct reader_kind {
     what kind;
     field target;
     group names;
-    std::uint8_t natural;     // digits the expander writes with padding
-    std::uint8_t own;         // the most digits the value can have
-    std::uint8_t max_digits;  // natural when another number follows directly, else own
-    bool blank_padded;        // "%e", "%o": a leading blank may stand for a 0
-    bool padded_name;         // "%c", "%f": blanks after the name
-    bool calendar_year;       // "%+Y" and the years after it
-    wchar c;                  // the literal
+    std::uint8_t natural;  // digits the expander writes with padding
+    std::uint8_t own;      // the most digits the value can have
+    bool blank_padded;     // "%e", "%o": a leading blank may stand for a 0
+    bool padded_name;      // "%c", "%f": blanks after the name
 };
 
-// A property of 160 characters makes at most 160 elements ("%T" five for two characters), each
-// "%x" in it a property's worth more; a pattern needing more than this is refused.
-constexpr std::size_t max_elements = 512;
-
-struct compiled_pattern {
-    std::array<element, max_elements> e;  // the first `count` are filled
-    std::size_t count = 0;
-    bool refused = false;
-
-    void add(const element& x) {
-        if (count == max_elements) {
-            refused = true;
-            return;
-        }
-        // A run of pattern blanks reads one run of text blanks.
-        if (x.kind == what::blanks && count && e[count - 1].kind == what::blanks) return;
-        e[count++] = x;
-    }
-};
-
-element number(field target, std::uint8_t natural, std::uint8_t own, bool blank_padded = false) {
-    return {what::number, target, group::month, natural, own, own, blank_padded, false, false, 0};
+constexpr reader_kind number(field target, std::uint8_t natural, std::uint8_t own, bool blank_padded = false) {
+    return {what::number, target, group::month, natural, own, blank_padded, false};
 }
-element literal(wchar c) {
-    return {is_blank(c) ? what::blanks : what::literal, field::ignored, group::month, 0, 0, 0, false, false, false, c};
-}
-element name(group g, bool padded = false) {
-    return {what::name, field::ignored, g, 0, 0, 0, false, padded, false, 0};
-}
-element of_kind(what k) { return {k, field::ignored, group::month, 0, 0, 0, false, false, false, 0}; }
+constexpr reader_kind name(group g, bool padded = false) { return {what::name, field::ignored, g, 0, 0, false, padded}; }
+constexpr reader_kind of_kind(what k) { return {k, field::ignored, group::month, 0, 0, false, false}; }
 
-// One directive, its letter folded to upper case as the expander folds it ("%m" is "N"). False
-// for the letters the expander refuses.
-bool add_directive(compiled_pattern& out, wchar letter, bool lower, bool calendar_years) {
+// A directive's letter, folded to upper case as the expander folds it ("%m" is "N").
+constexpr reader_kind directive(wchar letter, bool lower) {
     constexpr std::uint8_t hour_digits = 9;  // a duration's hours are not wrapped at 24
     switch (letter) {
-    case U'A': out.add(name(group::weekday)); return true;
-    case U'F': out.add(name(group::weekday, true)); return true;
-    case U'B': out.add(name(group::month)); return true;
-    case U'C': out.add(name(group::month, true)); return true;
-    case U'Q': out.add(name(group::quarter)); return true;
-    case U'D': out.add(number(field::day, 2, 2)); return true;
-    case U'E': out.add(number(field::day, 2, 2, lower)); return true;
-    case U'N': out.add(lower ? number(field::ignored, 2, hour_digits) : number(field::month, 2, 2)); return true;
-    case U'O': out.add(number(field::month, 2, 2, lower)); return true;
-    case U'J': out.add(number(field::ignored, 3, 3)); return true;
-    case U'G': out.add(lower ? number(field::ignored, 2, 2) : number(field::ignored, 4, 5)); return true;
-    case U'Y': {
-        element y = lower ? number(field::year, 2, 2) : number(field::year, 4, 5);
-        y.calendar_year = calendar_years;
-        out.add(y);
-        return true;
-    }
-    case U'H': out.add(number(field::hour, 2, hour_digits)); return true;
-    case U'K': out.add(number(field::hour_k, 2, hour_digits)); return true;
+    case U'A': return name(group::weekday);
+    case U'F': return name(group::weekday, true);
+    case U'B': return name(group::month);
+    case U'C': return name(group::month, true);
+    case U'Q': return name(group::quarter);
+    case U'D': return number(field::day, 2, 2);
+    case U'E': return number(field::day, 2, 2, lower);
+    case U'N': return lower ? number(field::ignored, 2, hour_digits) : number(field::month, 2, 2);
+    case U'O': return number(field::month, 2, 2, lower);
+    case U'J': return number(field::ignored, 3, 3);
+    case U'G': return lower ? number(field::ignored, 2, 2) : number(field::ignored, 4, 5);
+    case U'Y': return lower ? number(field::year, 2, 2) : number(field::year, 4, 5);
+    case U'H': return number(field::hour, 2, hour_digits);
+    case U'K': return number(field::hour_k, 2, hour_digits);
     case U'I':
-    case U'L': out.add(number(field::twelve_hour, 2, 2)); return true;
-    case U'M': out.add(number(field::minute, 2, 2)); return true;
-    case U'S': out.add(number(field::second, 2, 2)); return true;
-    case U'T':
-        if (lower) return true;  // "%t": nothing
-        out.add(number(field::hour, 2, hour_digits));
-        out.add(literal(U':'));
-        out.add(number(field::minute, 2, 2));
-        out.add(literal(U':'));
-        out.add(number(field::second, 2, 2));
-        return true;
-    case U'P': out.add(of_kind(what::marker)); return true;
+    case U'L': return number(field::twelve_hour, 2, 2);
+    case U'M': return lower ? number(field::month, 2, 2) : number(field::minute, 2, 2);  // "%m" is the month
+    case U'S': return number(field::second, 2, 2);
+    case U'T': return of_kind(lower ? what::nothing : what::clock);
+    case U'P': return of_kind(what::marker);
     case U'U':
-    case U'W': out.add(lower ? number(field::ignored, 1, 1) : number(field::ignored, 2, 2)); return true;
-    case U'V':
-        if (!lower) out.add(number(field::ignored, 2, 2));  // "%v": nothing
-        return true;
-    case U'Z': out.add(of_kind(lower ? what::zone : what::zone_letters)); return true;
-    default: return false;  // "%R", "%r", "%x" and "%X" with flags
+    case U'W': return lower ? number(field::ignored, 1, 1) : number(field::ignored, 2, 2);
+    case U'V': return lower ? of_kind(what::nothing) : number(field::ignored, 2, 2);
+    case U'Z': return of_kind(lower ? what::zone : what::zone_letters);
+    default: return of_kind(what::refused);  // "%R", "%r", and "%x", "%X" left after the substitution
     }
 }
 
-bool is_ascii_letter(wchar c) { return (c >= U'a' && c <= U'z') || (c >= U'A' && c <= U'Z'); }
+// The directive letters by case (0 upper, 1 lower reading) and letter: looked up, not built, on
+// every element.
+constexpr auto directives = [] {
+    std::array<std::array<reader_kind, 26>, 2> t{};
+    for (std::size_t lower = 0; lower < 2; ++lower)
+        for (std::size_t k = 0; k < 26; ++k) t[lower][k] = directive(static_cast<wchar>(U'A' + k), lower != 0);
+    return t;
+}();
+constexpr reader_kind literal_kind = of_kind(what::literal);
+constexpr reader_kind blanks_kind = of_kind(what::blanks);
+constexpr reader_kind refused_kind = of_kind(what::refused);
 
-// The directive grammar of the expander: "%", then "#" or "0", a digit 1 to 9 (ignored), "+"
-// (calendar years from here on), "?" (lower-case reading), the letter. "%x" and "%X" without
-// flags are the locale's date and time patterns, replaced once (`nested` marks their text).
-void compile(std::u32string_view pattern, const PropertyCache& properties, bool nested, bool& calendar_years,
-             compiled_pattern& out) {
-    for (std::size_t i = 0; i < pattern.size() && !out.refused; ++i) {
-        const wchar c = pattern[i];
-        if (c != U'%') {
-            out.add(literal(c));
-            continue;
-        }
-        if (++i == pattern.size()) {  // a "%" in the last position
-            out.refused = true;
-            return;
-        }
-        if ((pattern[i] == U'x' || pattern[i] == U'X') && !nested) {
-            compile(property_text(properties, pattern[i] == U'x' ? prop::date_pattern : prop::time_pattern), properties,
-                    true, calendar_years, out);
-            continue;
-        }
-        if (pattern[i] == U'#' || pattern[i] == U'0') ++i;
-        if (i < pattern.size() && pattern[i] >= U'1' && pattern[i] <= U'9') ++i;
-        if (i < pattern.size() && pattern[i] == U'+') {
+// One element of a pattern as the walk meets it.
+struct element {
+    const reader_kind* kind;
+    std::size_t next;    // where the pattern goes on
+    wchar c;             // the literal
+    bool calendar_year;  // "%+Y", and the years after any "+"
+};
+
+// The element at pattern[i] (i below the size). The directive grammar is the expander's: "%",
+// then "#" or "0", a digit 1 to 9 (ignored), "+" (calendar years from here on), "?" (lower-case
+// reading), the letter. `calendar_years` is the pattern's flag, set by any "+".
+[[gnu::always_inline]] inline element element_at(std::u32string_view p, std::size_t i, bool& calendar_years) {
+    const wchar c = p[i];
+    if (c != U'%') {
+        if (!is_blank(c)) return {&literal_kind, i + 1, c, false};
+        std::size_t next = i + 1;  // a run of pattern blanks reads one run of text blanks
+        while (next < p.size() && is_blank(p[next])) ++next;
+        return {&blanks_kind, next, c, false};
+    }
+    std::size_t k = i + 1;
+    if (k == p.size()) return {&refused_kind, k, 0, false};
+    wchar letter = p[k];
+    wchar folded = letter | 0x20;
+    bool lower;
+    if (folded >= U'a' && folded <= U'z') {  // the usual directive: a letter and no flags
+        lower = letter == folded;
+    } else {
+        if (letter == U'#' || letter == U'0') ++k;
+        if (k < p.size() && p[k] >= U'1' && p[k] <= U'9') ++k;
+        if (k < p.size() && p[k] == U'+') {
             calendar_years = true;
-            ++i;
+            ++k;
         }
         bool forced_lower = false;
-        if (i < pattern.size() && pattern[i] == U'?') {
+        if (k < p.size() && p[k] == U'?') {
             forced_lower = true;
-            ++i;
+            ++k;
         }
-        if (i == pattern.size()) {
-            out.refused = true;
-            return;
-        }
-        wchar letter = pattern[i];
-        if (letter == U'%') {
-            out.add(literal(U'%'));
-            continue;
-        }
-        if (!is_ascii_letter(letter) || (letter | 0x20) == U'x' || (letter | 0x20) == U'r') {
-            out.refused = true;
-            return;
-        }
-        bool lower = forced_lower || letter >= U'a';
-        letter &= ~wchar{0x20};
-        if (lower && letter == U'M') {
-            letter = U'N';
-            lower = false;
-        }
-        if (!add_directive(out, letter, lower, calendar_years)) out.refused = true;
+        if (k == p.size()) return {&refused_kind, k, 0, false};
+        letter = p[k];
+        if (letter == U'%') return {&literal_kind, k + 1, U'%', false};
+        folded = letter | 0x20;
+        if (folded < U'a' || folded > U'z') return {&refused_kind, k + 1, 0, false};
+        lower = forced_lower || letter == folded;
     }
+    return {&directives[lower ? 1 : 0][folded - U'a'], k + 1, 0, calendar_years};
 }
 
-// Numbers written side by side ("%Y%m%d") take their padded widths; any other number reads all
-// its digits.
-void settle_widths(compiled_pattern& p) {
-    for (std::size_t k = 0; k < p.count; ++k) {
-        element& x = p.e[k];
-        const bool number_follows = k + 1 < p.count && p.e[k + 1].kind == what::number;
-        x.max_digits = number_follows ? x.natural : x.own;
+// Pass 1 of the expander: "%x" and "%X" become the locale's date and time patterns, once. Most
+// patterns have neither and are read in place.
+constexpr std::size_t pass_one_cells = 2048;  // 160 characters, each "%x" at most 160 more: 12880; longer is refused
+bool needs_pass_one(std::u32string_view p) {
+    for (std::size_t i = 0; i + 1 < p.size(); ++i)
+        if (p[i] == U'%') {
+            if (p[i + 1] == U'x' || p[i + 1] == U'X') return true;
+            ++i;
+        }
+    return false;
+}
+bool pass_one(std::u32string_view p, const PropertyCache& properties, wchar (&out)[pass_one_cells], std::size_t& n) {
+    n = 0;
+    const auto put = [&](std::u32string_view s) {
+        if (s.size() > pass_one_cells - n) return false;
+        std::copy(s.begin(), s.end(), out + n);
+        n += s.size();
+        return true;
+    };
+    for (std::size_t i = 0; i < p.size(); ++i) {
+        if (p[i] != U'%' || i + 1 == p.size()) {
+            if (!put(p.substr(i, 1))) return false;
+        } else if (p[i + 1] == U'x' || p[i + 1] == U'X') {
+            if (!put(property_text(properties, p[++i] == U'x' ? prop::date_pattern : prop::time_pattern))) return false;
+        } else {
+            if (!put(p.substr(i++, 2))) return false;
+        }
     }
+    return true;
 }
 
 // What the walk has read so far. Absent numbers are -1.
@@ -208,43 +191,69 @@ struct candidate {
 struct walker {
     const PropertyCache& properties;
     std::u32string_view text;
-    const compiled_pattern& pattern;
-    wchar decimal_point;
-    std::u32string_view calendar_code;
-    std::int32_t budget;       // readings a name may still send the walk back for
-    reading result;
-    bool truncated;            // the text ended before the pattern's time fields
+    std::u32string_view pattern;
+    std::int32_t budget;  // readings a name may still send the walk back for
+    bool truncated;       // the text ended before the pattern's time fields
 
-    bool walk(std::size_t e, std::size_t pos, reading r);
-    bool accept_truncated(std::size_t e) const;
-    bool read_number(const element& x, std::size_t& pos, reading& r) const;
-    std::size_t name_candidates(const element& x, std::size_t pos, std::array<candidate, max_candidates>& out) const;
+    // True when the text matched; `r` then holds what was read.
+    bool walk(std::size_t i, std::size_t pos, reading& r, bool calendar_years);
+    bool accept_truncated(std::size_t i, bool calendar_years);
+    bool number_follows(std::size_t i, bool calendar_years) const;
+    bool read_number(const reader_kind& x, bool calendar_year, std::uint8_t max_digits, std::size_t& pos,
+                     reading& r) const;
+    bool read_clock(std::size_t& pos, reading& r) const;
+    std::size_t name_candidates(const reader_kind& x, std::size_t pos, std::array<candidate, max_candidates>& out) const;
     bool read_marker(std::size_t& pos, reading& r) const;
     bool read_zone(std::size_t& pos) const;
+    bool is_decimal_point(wchar c) const {
+        const std::u32string_view point = property_text(properties, prop::decimal_point);
+        return point.size() == 1 && point[0] == c;
+    }
     bool matches_at(std::size_t pos, std::u32string_view s) const {
         return s.size() <= text.size() - pos && IETL(text.data() + pos, s.data(), s.size());
     }
 };
 
-// The text ended at element e: read as far as it went when what is left is the time of day (and
-// its literals, marker and zone), not part of the date.
-bool walker::accept_truncated(std::size_t e) const {
-    for (std::size_t k = e; k < pattern.count; ++k) {
-        const element& x = pattern.e[k];
-        if (x.kind == what::name) return false;
-        if (x.kind == what::number && (x.target == field::day || x.target == field::month ||
-                                       x.target == field::year || x.target == field::ignored))
-            return false;
+// Numbers written side by side ("%Y%m%d") take their padded widths; any other reads all its digits.
+bool walker::number_follows(std::size_t i, bool calendar_years) const {
+    if (i >= pattern.size() || pattern[i] != U'%') return false;
+    const what k = element_at(pattern, i, calendar_years).kind->kind;
+    return k == what::number || k == what::clock;
+}
+
+// The text ended at pattern[i]: read as far as it went when what is left is the time of day (and
+// its literals, marker and zone), not part of the date. `truncated` tells whether time fields
+// were left out.
+bool walker::accept_truncated(std::size_t i, bool calendar_years) {
+    truncated = false;
+    while (i < pattern.size()) {
+        const element e = element_at(pattern, i, calendar_years);
+        const reader_kind& x = *e.kind;
+        switch (x.kind) {
+        case what::refused:
+        case what::name: return false;
+        case what::number:
+            if (x.target == field::day || x.target == field::month || x.target == field::year ||
+                x.target == field::ignored)
+                return false;
+            truncated = true;
+            break;
+        case what::clock: truncated = true; break;
+        default: break;
+        }
+        i = e.next;
     }
     return true;
 }
 
-bool walker::read_number(const element& x, std::size_t& pos, reading& r) const {
+// In line: every number of every pattern comes here.
+[[gnu::always_inline]] inline bool walker::read_number(const reader_kind& x, bool calendar_year,
+                                                       std::uint8_t max_digits, std::size_t& pos, reading& r) const {
     std::size_t at = pos;
     if (x.blank_padded && at + 1 < text.size() && is_blank(text[at]) && is_digit(text[at + 1])) ++at;
     std::int64_t value = 0;
     const std::size_t first = at;
-    while (at < text.size() && at - first < x.max_digits && is_digit(text[at])) value = value * 10 + (text[at++] - U'0');
+    while (at < text.size() && at - first < max_digits && is_digit(text[at])) value = value * 10 + (text[at++] - U'0');
     if (at == first) return false;
     switch (x.target) {
     case field::ignored: break;
@@ -257,10 +266,11 @@ bool walker::read_number(const element& x, std::size_t& pos, reading& r) const {
         r.month = value;
         break;
     case field::year:
-        if (x.calendar_year && calendar_code.size() == 2) {
-            if (calendar_code == U"TH") value -= 543;
-            else if (calendar_code == U"TW") value += 1911;
-            else if (calendar_code == U"JP") return false;  // the era is not in the text
+        if (calendar_year) {
+            const std::u32string_view code = property_text(properties, prop::calendar_code);
+            if (code == U"TH") value -= 543;
+            else if (code == U"TW") value += 1911;
+            else if (code == U"JP") return false;  // the era is not in the text
         }
         r.year = value;
         break;
@@ -278,7 +288,7 @@ bool walker::read_number(const element& x, std::size_t& pos, reading& r) const {
         if (value > 59) return false;
         double seconds = static_cast<double>(value);
         // A fraction after the locale's decimal point (or "."), when a digit follows it.
-        if (at + 1 < text.size() && (text[at] == decimal_point || text[at] == U'.') && is_digit(text[at + 1])) {
+        if (at + 1 < text.size() && is_digit(text[at + 1]) && (text[at] == U'.' || is_decimal_point(text[at]))) {
             double scale = 0.1;
             for (++at; at < text.size() && is_digit(text[at]); ++at, scale /= 10) seconds += (text[at] - U'0') * scale;
         }
@@ -290,13 +300,26 @@ bool walker::read_number(const element& x, std::size_t& pos, reading& r) const {
     return true;
 }
 
+// "%T": hours (all their digits), ":", minutes, ":", seconds.
+bool walker::read_clock(std::size_t& pos, reading& r) const {
+    constexpr reader_kind hour = number(field::hour, 2, 9), minute = number(field::minute, 2, 2),
+                          second = number(field::second, 2, 2);
+    std::size_t at = pos;
+    if (!read_number(hour, false, hour.own, at, r) || at == text.size() || text[at++] != U':') return false;
+    if (!read_number(minute, false, 2, at, r) || at == text.size() || text[at++] != U':') return false;
+    if (!read_number(second, false, 2, at, r)) return false;
+    pos = at;
+    return true;
+}
+
 // The names of the element's group, in all four forms, that the text at pos begins with, longest
 // first. An abbreviation's final period may be left out, and an abbreviation without one may be
 // followed by one.
-std::size_t walker::name_candidates(const element& x, std::size_t pos,
+std::size_t walker::name_candidates(const reader_kind& x, std::size_t pos,
                                     std::array<candidate, max_candidates>& out) const {
-    const std::size_t* sets = x.names == group::month ? locale::MonNames
-                              : x.names == group::weekday ? locale::DayNames : locale::QtrNames;
+    const std::size_t* sets = x.names == group::month     ? locale::MonNames
+                              : x.names == group::weekday ? locale::DayNames
+                                                          : locale::QtrNames;
     const std::size_t count = locale::vnames[static_cast<std::size_t>(x.names)];
     const wchar head = fold(text[pos]);
     std::size_t n = 0;
@@ -357,28 +380,40 @@ bool walker::read_zone(std::size_t& pos) const {
     return true;
 }
 
-bool walker::walk(std::size_t e, std::size_t pos, reading r) {
-    for (; e < pattern.count; ++e) {
-        if (pos == text.size()) {
-            if (!accept_truncated(e)) return false;
-            result = r;
-            // The text left out time fields: the caller answers "partial" whatever was read.
-            truncated = false;
-            for (std::size_t k = e; k < pattern.count; ++k) truncated |= pattern.e[k].kind == what::number;
-            return true;
+bool walker::walk(std::size_t i, std::size_t pos, reading& r, bool calendar_years) {
+    while (i < pattern.size()) {
+        // Literals, the most common element, without the directive decoding.
+        if (const wchar c = pattern[i]; c != U'%' && !is_blank(c) && pos < text.size()) {
+            if (!same_letter(text[pos], c)) return false;
+            ++pos;
+            ++i;
+            continue;
         }
-        const element& x = pattern.e[e];
+        const element e = element_at(pattern, i, calendar_years);
+        const reader_kind& x = *e.kind;
+        if (x.kind == what::refused) return false;
+        if (x.kind == what::nothing) {
+            i = e.next;
+            continue;
+        }
+        if (pos == text.size()) return accept_truncated(i, calendar_years);
+        if (x.kind == what::number) {  // the most common directive, ahead of the switch
+            const std::uint8_t digits = number_follows(e.next, calendar_years) ? x.natural : x.own;
+            if (!read_number(x, e.calendar_year, digits, pos, r)) return false;
+            i = e.next;
+            continue;
+        }
         switch (x.kind) {
         case what::literal:
-            if (!same_letter(text[pos], x.c)) return false;
+            if (!same_letter(text[pos], e.c)) return false;
             ++pos;
             break;
         case what::blanks:
             if (!is_blank(text[pos])) return false;
             while (pos < text.size() && is_blank(text[pos])) ++pos;
             break;
-        case what::number:
-            if (!read_number(x, pos, r)) return false;
+        case what::clock:
+            if (!read_clock(pos, r)) return false;
             break;
         case what::marker:
             if (!read_marker(pos, r)) return false;
@@ -406,17 +441,35 @@ bool walker::walk(std::size_t e, std::size_t pos, reading r) {
                 reading tried = r;
                 std::size_t at;
                 settle(found[k], tried, at);
-                if (walk(e + 1, at, tried)) return true;
+                if (walk(e.next, at, tried, calendar_years)) {
+                    r = tried;
+                    return true;
+                }
             }
             settle(found[n - 1], r, pos);
             break;
         }
+        case what::number:
+        case what::nothing:
+        case what::refused: break;
         }
+        i = e.next;
     }
-    if (pos != text.size()) return false;
-    result = r;
     truncated = false;
-    return true;
+    return pos == text.size();
+}
+
+// Month, day, year to day number as zmdy gives it, without its round trip through a Julian date:
+// a year of 0 to 99 by the cut-off, else 1582 to 20000; missing when the day is not in the month.
+double day_number_of(std::int64_t month, std::int64_t day, std::int64_t year) {
+    if (year >= 0 && year <= 99) year = calendar::place_two_digit_year(year);
+    if (year < calendar::first_year || year > calendar::last_year) return calendar::missing_value();
+    // Days before each month of a common year; a leap year adds one from March on.
+    constexpr std::int32_t before[12] = {0, 31, 59, 90, 120, 151, 181, 212, 243, 273, 304, 334};
+    const auto m = static_cast<std::int32_t>(month);  // [1, 12]
+    if (day > 28 && day > calendar::month_length(year, m)) return calendar::missing_value();
+    const std::int64_t leap = m > 2 && calendar::is_leap_year(year) ? 1 : 0;
+    return static_cast<double>(calendar::day_from_ordinal(year, before[m - 1] + leap + day));
 }
 
 }  // namespace
@@ -428,24 +481,18 @@ std::int32_t IETL(const wchar* a, const wchar* b, std::size_t n) {
     return 1;
 }
 
-std::int32_t getdate_fixlen(const PropertyCache& properties, std::u32string_view text, std::u32string_view pattern,
-                            double& date, double& time) {
-    date = time = calendar::missing_value();
-    compiled_pattern compiled;
-    bool calendar_years = false;
-    compile(pattern, properties, false, calendar_years, compiled);
-    if (compiled.refused || compiled.count == 0) return fixlen_no_match;
-    settle_widths(compiled);
+namespace {
 
-    const std::u32string_view point = property_text(properties, prop::decimal_point);
-    walker w{properties, text, compiled, point.size() == 1 ? point[0] : U'.',
-             property_text(properties, prop::calendar_code), 64, reading{}, false};
-    if (text.empty() || !w.walk(0, 0, reading{})) return fixlen_no_match;
+std::int32_t read_pattern(const PropertyCache& properties, std::u32string_view text, std::u32string_view pattern,
+                          double& date, double& time) {
+    if (pattern.empty() || text.empty()) return fixlen_no_match;
+    walker w{properties, text, pattern, 64, false};
+    reading r;
+    if (!w.walk(0, 0, r, false)) return fixlen_no_match;
 
-    reading& r = w.result;
     const bool complete_date = r.day >= 0 && r.month >= 0 && r.year >= 0;
     if (complete_date) {
-        date = calendar::zmdy(static_cast<double>(r.month), static_cast<double>(r.day), static_cast<double>(r.year));
+        date = day_number_of(r.month, r.day, r.year);
         if (calendar::is_nan(date)) return fixlen_no_match;
     }
     std::int64_t hour = r.hour;
@@ -458,6 +505,24 @@ std::int32_t getdate_fixlen(const PropertyCache& properties, std::u32string_view
     if (!complete_date && r.day >= 0) time += static_cast<double>(r.day) * 86400;
     if (w.truncated) return fixlen_partial_time;
     return present == 0 || present == 3 ? fixlen_read : fixlen_partial_time;
+}
+
+// A pattern with "%x" or "%X": read after the substitution, in a buffer of its own.
+[[gnu::noinline]] std::int32_t read_substituted(const PropertyCache& properties, std::u32string_view text,
+                                                std::u32string_view pattern, double& date, double& time) {
+    wchar substituted[pass_one_cells];
+    std::size_t n;
+    if (!pass_one(pattern, properties, substituted, n)) return fixlen_no_match;
+    return read_pattern(properties, text, {substituted, n}, date, time);
+}
+
+}  // namespace
+
+std::int32_t getdate_fixlen(const PropertyCache& properties, std::u32string_view text, std::u32string_view pattern,
+                            double& date, double& time) {
+    date = time = calendar::missing_value();
+    if (needs_pass_one(pattern)) return read_substituted(properties, text, pattern, date, time);
+    return read_pattern(properties, text, pattern, date, time);
 }
 
 }  // namespace vxlocfmt::dateread

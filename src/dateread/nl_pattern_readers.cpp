@@ -1,8 +1,6 @@
 // zkpdate, zkptime and zkpdttm: getdate_fixlen's parts under the range rules of their value.
 #include "dateread/nl_pattern_readers.h"
 
-#include <cmath>
-
 #include "calendar/day_number.h"
 #include "calendar/missing_value.h"
 #include "dateread/fixed_length_reader.h"
@@ -43,7 +41,9 @@ std::int32_t read_with(const FmtCall& call, std::u32string_view text, const wcha
         break;
     case rule::datetime:
         if (!date_ok || !time_ok || time >= 86400) return pattern_out_of_range;
-        *result = std::fma(date, 86400.0, time);
+        // The fused multiply-add the value is defined by, without the library call: a whole day
+        // number below 2^23 times 86400 is exact, so both round once, at the addition.
+        *result = date * 86400.0 + time;
         break;
     }
     return code;
