@@ -1,8 +1,9 @@
-// getdate_fixlen: a locale pattern read in the input direction. The pattern is first turned into
-// a short list of elements (literal, blank run, number, name, marker, zone), then the text is
-// walked against it with one cursor. Only names can be read more than one way ("Mar" and
+// getdate_fixlen: a locale pattern read in the input direction. Pattern and text are walked
+// together, each with one cursor: a literal, a run of blanks or a directive (number, name,
+// marker, zone) at a time, decoded where it stands (a pattern with "%x" or "%X" is first
+// substituted into a buffer of its own). Only names can be read more than one way ("Mar" and
 // "March", "Dez." and "Dez"); there the walk tries the longest reading first and comes back for
-// the shorter ones, within a small budget so a reading stays linear in the text.
+// the shorter ones, within a small budget, so a reading stays linear in the text.
 #include "dateread/fixed_length_reader.h"
 
 #include <algorithm>

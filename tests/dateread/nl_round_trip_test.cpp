@@ -79,7 +79,14 @@ reason explain(const trip& t, std::u32string_view text, double value, int year, 
         text.find(digits(year % 100, 2)) == std::u32string_view::npos)
         return reason::no_year;
     if (t.value == kind::datetime && digit_runs(text) < 4) return reason::date_only;
-    if (t.value == kind::datetime && back.code == 0 && back.value == std::floor(value / 60) * 60) return reason::no_seconds;
+    if (t.value == kind::datetime && back.code == 0 && back.value == std::floor(value / 60) * 60) {
+        // Only when the text shows no seconds after the minutes.
+        const int minute = static_cast<int>(std::fmod(value, 3600) / 60), second = static_cast<int>(std::fmod(value, 60));
+        bool shown = false;
+        for (const char32_t* separator : {U":", U"."})
+            shown |= text.find(digits(minute, 2) + separator + digits(second, 2)) != std::u32string_view::npos;
+        if (!shown) return reason::no_seconds;
+    }
     if (t.value == kind::datetime && back.code == 0 && value - back.value == 43200) return reason::no_marker;
     if (format == U"NLDATE" && t.width == 0) return reason::numeric_fallback;
     if (format == U"NLTIMAP") return reason::twelve_hour_time;
