@@ -344,6 +344,9 @@ std::size_t walker::name_candidates(const reader_kind& x, std::size_t pos,
                 keep(s.size() - 1, index);
         }
     }
+    // The expander writes "**" for a weekday it cannot name (the first nine days of 1582, whose
+    // weekday is deliberately out of range); the weekday is not needed for the date.
+    if (x.names != group::month && text.size() - pos >= 2 && text[pos] == U'*' && text[pos + 1] == U'*') keep(2, -1);
     // Longest first (insertion: at most eight).
     for (std::size_t k = 1; k < n; ++k)
         for (std::size_t j = k; j > 0 && out[j - 1].length < out[j].length; --j) std::swap(out[j - 1], out[j]);

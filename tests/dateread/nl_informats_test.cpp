@@ -214,7 +214,7 @@ TEST_F(NlInformats, WeekFormatsReadBack) {
             }
         }
     }
-    EXPECT_GT(checked, 100000);
+    EXPECT_GT(checked, 400000);
 }
 
 }  // namespace
