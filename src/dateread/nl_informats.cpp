@@ -47,9 +47,9 @@ prepared prepare(FmtCall& call) {
     if (!instance) return {text, false, false, st::date_instance_not_found};
     // Unlike the formats, a table that cannot be built still leaves the any-date reader.
     const bool table = call.property_cache || locale::fill_nlfmt_properties(call, *instance) == st::ok;
-    if (text.empty()) return {text, false, table, empty_field};  // nothing written
-    if (!call.output) return {text, false, table, no_template_fits};
-    *static_cast<double*>(call.output) = calendar::missing_value();
+    if (!call.output) return {text, false, table, text.empty() ? empty_field : no_template_fits};
+    *static_cast<double*>(call.output) = calendar::missing_value();  // what the host presets, kept
+    if (text.empty()) return {text, false, table, empty_field};
     return {text, true, table, st::ok};
 }
 

@@ -82,9 +82,10 @@ status week_informat(FmtCall& call, wchar rule) {
     std::u32string_view text;
     if (call.input && limit > 0) text = {static_cast<const wchar*>(call.input), static_cast<std::size_t>(limit)};
     text = text.substr(0, text::strip_trailing_blanks(text));
-    if (text.empty()) return 1;
-    if (!call.output) return st::date_instance_not_found;
     auto* cell = static_cast<double*>(call.output);
+    if (cell) *cell = calendar::missing_value();  // what the host presets, kept on every failure
+    if (text.empty()) return 1;
+    if (!cell) return st::date_instance_not_found;
     // The cut-off travels to zkpweek in the result cell; a failed read leaves the missing value.
     *cell = static_cast<double>(calendar::year_cutoff_option().value_or(week_default_cutoff));
     if (zkpweek(text, rule, 1, cell) == week_read) return st::ok;
