@@ -184,6 +184,10 @@ struct reading {
 };
 
 constexpr std::size_t max_candidates = 8;
+// Readings a name may send the walk back for, over the whole pattern. Real patterns need one or
+// two ("Mar"/"March"); the bound keeps a text of many names linear: at most this many walks of
+// the rest of the pattern, each over at most 48 names of at most 160 characters.
+constexpr std::int32_t backtrack_budget = 16;
 struct candidate {
     std::uint32_t length;
     std::int32_t index;  // within the group
@@ -490,7 +494,7 @@ namespace {
 std::int32_t read_pattern(const PropertyCache& properties, std::u32string_view text, std::u32string_view pattern,
                           double& date, double& time) {
     if (pattern.empty() || text.empty()) return fixlen_no_match;
-    walker w{properties, text, pattern, 64, false};
+    walker w{properties, text, pattern, backtrack_budget, false};
     reading r;
     if (!w.walk(0, 0, r, false)) return fixlen_no_match;
 
