@@ -146,16 +146,9 @@ struct element {
 }
 
 // Pass 1 of the expander: "%x" and "%X" become the locale's date and time patterns, once. Most
-// patterns have neither and are read in place.
+// patterns have neither and are read in place; the walk stops where it meets one (up to there
+// pass 1 changes nothing) and the reading starts again on the substituted pattern.
 constexpr std::size_t pass_one_cells = 2048;  // 160 characters, each "%x" at most 160 more: 12880; longer is refused
-bool needs_pass_one(std::u32string_view p) {
-    for (std::size_t i = 0; i + 1 < p.size(); ++i)
-        if (p[i] == U'%') {
-            if (p[i + 1] == U'x' || p[i + 1] == U'X') return true;
-            ++i;
-        }
-    return false;
-}
 bool pass_one(std::u32string_view p, const PropertyCache& properties, wchar (&out)[pass_one_cells], std::size_t& n) {
     n = 0;
     const auto put = [&](std::u32string_view s) {
@@ -199,6 +192,15 @@ struct walker {
     std::u32string_view pattern;
     std::int32_t budget;  // readings a name may still send the walk back for
     bool truncated;       // the text ended before the pattern's time fields
+    bool substituted;     // the pattern has been through pass 1
+    bool needs_pass_one;  // the walk met "%x" or "%X" in a pattern that has not
+
+    // A refused element at pattern[i] that pass 1 would have replaced: the walk stops and says so.
+    bool stop_for_pass_one(std::size_t i) {
+        if (!substituted && i + 1 < pattern.size() && (pattern[i + 1] == U'x' || pattern[i + 1] == U'X'))
+            needs_pass_one = true;
+        return false;
+    }
 
     // True when the text matched; `r` then holds what was read.
     bool walk(std::size_t i, std::size_t pos, reading& r, bool calendar_years);
@@ -235,7 +237,7 @@ bool walker::accept_truncated(std::size_t i, bool calendar_years) {
         const element e = element_at(pattern, i, calendar_years);
         const reader_kind& x = *e.kind;
         switch (x.kind) {
-        case what::refused:
+        case what::refused: return stop_for_pass_one(i);
         case what::name: return false;
         case what::number:
             if (x.target == field::day || x.target == field::month || x.target == field::year ||
@@ -399,7 +401,7 @@ bool walker::walk(std::size_t i, std::size_t pos, reading& r, bool calendar_year
         }
         const element e = element_at(pattern, i, calendar_years);
         const reader_kind& x = *e.kind;
-        if (x.kind == what::refused) return false;
+        if (x.kind == what::refused) return stop_for_pass_one(i);
         if (x.kind == what::nothing) {
             i = e.next;
             continue;
@@ -491,12 +493,16 @@ std::int32_t IETL(const wchar* a, const wchar* b, std::size_t n) {
 
 namespace {
 
+std::int32_t read_substituted(const PropertyCache& properties, std::u32string_view text,
+                              std::u32string_view pattern, double& date, double& time);
+
 std::int32_t read_pattern(const PropertyCache& properties, std::u32string_view text, std::u32string_view pattern,
-                          double& date, double& time) {
+                          bool substituted, double& date, double& time) {
     if (pattern.empty() || text.empty()) return fixlen_no_match;
-    walker w{properties, text, pattern, backtrack_budget, false};
+    walker w{properties, text, pattern, backtrack_budget, false, substituted, false};
     reading r;
-    if (!w.walk(0, 0, r, false)) return fixlen_no_match;
+    if (!w.walk(0, 0, r, false))
+        return w.needs_pass_one ? read_substituted(properties, text, pattern, date, time) : fixlen_no_match;
 
     const bool complete_date = r.day >= 0 && r.month >= 0 && r.year >= 0;
     if (complete_date) {
@@ -521,7 +527,7 @@ std::int32_t read_pattern(const PropertyCache& properties, std::u32string_view t
     wchar substituted[pass_one_cells];
     std::size_t n;
     if (!pass_one(pattern, properties, substituted, n)) return fixlen_no_match;
-    return read_pattern(properties, text, {substituted, n}, date, time);
+    return read_pattern(properties, text, {substituted, n}, true, date, time);
 }
 
 }  // namespace
@@ -529,8 +535,7 @@ std::int32_t read_pattern(const PropertyCache& properties, std::u32string_view t
 std::int32_t getdate_fixlen(const PropertyCache& properties, std::u32string_view text, std::u32string_view pattern,
                             double& date, double& time) {
     date = time = calendar::missing_value();
-    if (needs_pass_one(pattern)) return read_substituted(properties, text, pattern, date, time);
-    return read_pattern(properties, text, pattern, date, time);
+    return read_pattern(properties, text, pattern, false, date, time);
 }
 
 }  // namespace vxlocfmt::dateread

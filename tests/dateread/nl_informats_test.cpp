@@ -118,6 +118,17 @@ TEST_F(NlInformats, DatetimePartialAgainstCompleteMatch) {
     EXPECT_EQ(read(U"21/12/2022 10:30"), day + 10 * 3600 + 30 * 60);  // 47's, not 50's 00:10:30
 }
 
+// "%x" and "%X" are the locale's date and time patterns, replaced once as the expander does.
+TEST_F(NlInformats, SubstitutedPatterns) {
+    nldate_test::Properties p = nldate_test::english_like();
+    double date, time;
+    EXPECT_EQ(dateread::getdate_fixlen(p.cache(), U"December 21, 2022 10:30:15 PM", U"%x %X", date, time), 0);
+    EXPECT_EQ(date, zmdy(12, 21, 2022));
+    EXPECT_EQ(time, 81015);
+    EXPECT_EQ(dateread::getdate_fixlen(p.cache(), U"Dec 21, 2022", U"%x %X", date, time), 2);  // the time left out
+    EXPECT_EQ(dateread::getdate_fixlen(p.cache(), U"December 21, 2022", U"%#x", date, time), -1);  // refused
+}
+
 TEST_F(NlInformats, WithoutInstanceOrTable) {
     nldate_test::Properties p = nldate_test::english_like();
     nldate_test::Harness h(p);
