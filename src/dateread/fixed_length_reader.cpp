@@ -498,6 +498,10 @@ std::int32_t read_substituted(const PropertyCache& properties, std::u32string_vi
 
 std::int32_t read_pattern(const PropertyCache& properties, std::u32string_view text, std::u32string_view pattern,
                           bool substituted, double& date, double& time) {
+    // A right-aligned field's leading blanks are not part of the date (unless the pattern asks
+    // for blanks there).
+    if (!pattern.empty() && !is_blank(pattern[0]))
+        while (!text.empty() && is_blank(text.front())) text.remove_prefix(1);
     if (pattern.empty() || text.empty()) return fixlen_no_match;
     walker w{properties, text, pattern, backtrack_budget, false, substituted, false};
     reading r;

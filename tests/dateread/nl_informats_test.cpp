@@ -58,7 +58,7 @@ TEST_F(NlInformats, LocaleData) {
     } cases[] = {
         {"fr_FR", U"@NLDATE", U"21 décembre 2022", 0, d2022},
         {"en_US", U"@NLDATE", U"DECEMBER 21, 2022", 0, d2022},              // names case-blind
-        {"en_US", U"@NLDATE", U"Dec 21, 2022", 0, d2022},                   // the medium date, 29
+        {"en_US", U"@NLDATE", U"   Dec 21, 2022", 0, d2022},                // the medium date, 29, right-aligned
         {"en_US", U"@NLDATE", U"Dec. 21, 2022", 0, d2022},                  // a period after an abbreviation
         {"en_US", U"@NLDATE", U"Mar 4, 2020", 0, zmdy(3, 4, 2020)},         // "Mar", not "March"
         {"en_US", U"@NLDATE", U"Wednesday, December 21, 2022", 0, d2022},   // the full date, 32
