@@ -26,8 +26,8 @@ std::int32_t read_with(const FmtCall& call, std::u32string_view text, const wcha
     }
     if (!call.property_cache) return fixlen_no_match;
     double date, time;
+    // A text the pattern does not fit leaves both parts missing: out of range like any other.
     const std::int32_t code = getdate_fixlen(*call.property_cache, text, p, date, time);
-    if (code == fixlen_no_match) return code;
     const bool date_ok = calendar::in_day_range(date);
     const bool time_ok = !calendar::is_nan(time) && time >= 0;
     switch (r) {

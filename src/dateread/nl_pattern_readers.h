@@ -22,8 +22,8 @@ inline constexpr std::int32_t pattern_out_of_range = -3;
 
 // With a null `pattern` and a length from 1 on, the length is the number of the locale property
 // whose text is the pattern; without the call's property table that answers -1. Otherwise the
-// answer is getdate_fixlen's code (0, 2, -1) or pattern_out_of_range, and `result` is written
-// only when the parts are in range:
+// answer is getdate_fixlen's code (0 or 2) when the parts are in range, and `result` is written;
+// else pattern_out_of_range (a text the pattern does not fit included), nothing written:
 //   zkpdate: the date part, a day number in [-138061, 6589336);
 //   zkptime: the time part, not missing and not negative (no upper bound);
 //   zkpdttm: date part in range and time part in [0, 86400): date * 86400 + time.
