@@ -43,7 +43,7 @@ std::int32_t zkpweek(std::u32string_view text, wchar rule, std::int32_t, double*
     std::size_t year_digits, at = w + 1, week_digits = 0;
     if (!digits_of(text.substr(0, w), year, year_digits) || year_digits == 0) return week_not_digits;
     while (at < text.size() && text[at] == U' ') ++at;
-    while (at < text.size() && week_digits < 2 && is_digit(text[at])) week = week * 10 + (text[at++] - U'0'), ++week_digits;
+    for (; at < text.size() && week_digits < 2 && is_digit(text[at]); ++at, ++week_digits) week = week * 10 + (text[at] - U'0');
     if (week_digits == 0) return week_not_digits;
     std::size_t day_digits;
     std::int64_t given_day;
@@ -52,7 +52,7 @@ std::int32_t zkpweek(std::u32string_view text, wchar rule, std::int32_t, double*
 
     if (year_digits <= 2) {
         const double cutoff = *cell;
-        if (!(std::fabs(cutoff) < 1e9)) return week_out_of_limits;
+        if (!(std::fabs(cutoff) < 1e9)) return week_out_of_limits;  // no year (or NaN) to place by
         year = calendar::place_two_digit_year(year, static_cast<std::int64_t>(cutoff));
     }
     if ((year < calendar::first_year || year > calendar::last_year) && year >= 100) return week_out_of_limits;
