@@ -9,6 +9,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 
 namespace vxlocfmt::calendar {
 
@@ -19,6 +20,9 @@ inline constexpr std::int64_t default_year_cutoff = 1950;
 // The option's current value, or 1950 when there is no kernel handle, no lookup service, the
 // lookup answers a non-zero status, or its value lies beyond +-1e9.
 std::int64_t year_cutoff();
+// The option as the kernel answers it; empty when the lookup fails (the callers choose their
+// own default: 1950 above, 1960 for the week informats).
+std::optional<std::int64_t> year_cutoff_option();
 
 // yy in [0, 99] placed in [cutoff, cutoff + 99].
 constexpr std::int64_t place_two_digit_year(std::int64_t yy, std::int64_t cutoff);

@@ -112,7 +112,9 @@ TEST_F(AbiEdges, InformatsOnEmptyNegativeAndNullTexts) {
             call.output = &result;
             const status code = row->function(&call, nullptr);
             if (code == st::not_implemented) continue;
-            EXPECT_EQ(code, fixed_currency_informat(*row) ? 0u : 1u) << "an empty text reads as nothing";
+            // @NLSTRMON answers an empty text with the missing value and 0, as an unknown name.
+            const bool month_name = row->function == library->find(U"@NLSTRMON")->function;
+            EXPECT_EQ(code, fixed_currency_informat(*row) || month_name ? 0u : 1u) << "an empty text reads as nothing";
             if (locale_number_informat(*row)) EXPECT_EQ(result, 1.0) << "and leaves the result untouched";
             else EXPECT_TRUE(std::isnan(result)) << "and leaves the missing value";
         }
