@@ -35,14 +35,6 @@ std::unique_ptr<vxhost::Session> open_session(const vxhost::Library& library, co
     return vxhost::open_session(library, {.locale = args.locale, .encoding = args.encoding, .check_limits = args.check});
 }
 
-// Says once per run that a row's family is not built yet.
-void note_not_implemented(vxlocfmt::status code, const FuncInfo& row) {
-    static bool said = false;
-    if (code != vxlocfmt::st::not_implemented || said) return;
-    said = true;
-    std::fprintf(stderr, "vxlocfmt: %s: not implemented yet\n", vxhost::row_name(row).c_str());
-}
-
 void append_status(Output& out, const Arguments& args, vxlocfmt::status code) {
     if (!args.status) return;
     char text[16];
@@ -83,7 +75,6 @@ struct Call {
     void finish(Output& out, const Arguments& args, vxlocfmt::status code) {
         append_status(out, args, code);
         out.newline();
-        note_not_implemented(code, *row);
         any_failed |= code != 0;
     }
     // A text that is no value: a usage error (exit 2), or with --keep-going counted for the end.

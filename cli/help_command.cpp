@@ -35,7 +35,6 @@ std::string trimmed(std::string text) {
 }
 
 std::string status_text(std::uint32_t code) {
-    if (code == vxlocfmt::st::not_implemented) return "not implemented yet";
     char text[24];
     std::snprintf(text, sizeof text, "status 0x%08x", code);
     return text;
@@ -87,14 +86,14 @@ int help_command(const Arguments& args) {
     const std::string bare = informat ? name.substr(1) : name;
     const double value = example_value(bare);
     const vxlocfmt::FuncInfo* format_row = informat ? library->find(vxhost::from_utf8(bare)) : &row;
-    std::string text;
-    vxlocfmt::status code = vxlocfmt::st::not_implemented;
-    if (format_row) {
-        const auto result = session->format(*format_row, static_cast<int>(format_row->default_width),
-                                            static_cast<int>(format_row->default_decimals), value);
-        code = result.code;
-        text = trimmed(vxhost::to_utf8(result.text));
+    if (!format_row) {  // an informat with no format of its name to write the example
+        std::printf("  example: none\n");
+        return 0;
     }
+    const auto written = session->format(*format_row, static_cast<int>(format_row->default_width),
+                                         static_cast<int>(format_row->default_decimals), value);
+    const vxlocfmt::status code = written.code;
+    const std::string text = trimmed(vxhost::to_utf8(written.text));
     const std::string locale = " -l " + args.locale;
     if (!informat) {
         std::printf("  example: vxlocfmt format %s %s%s\n", name.c_str(), value_text(value).c_str(), locale.c_str());

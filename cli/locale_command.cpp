@@ -95,8 +95,8 @@ int locale_command(const Arguments& args) {
     // Only the table matters: the month name itself may not fit its field in the session
     // encoding (Hebrew in UTF-8 takes two bytes a letter), so the call's own status does not.
     const vxlocfmt::FuncInfo* row = library.find(U"NLSTRMON");
-    const vxlocfmt::status code =
-        row ? session.format(*row, static_cast<int>(row->max_width), 0, 1).code : vxlocfmt::st::not_implemented;
+    constexpr vxlocfmt::status no_row = 0xffffffffu;  // a library whose registry lacks the row
+    const vxlocfmt::status code = row ? session.format(*row, static_cast<int>(row->max_width), 0, 1).code : no_row;
     vxlocfmt::FmtCall& call = session.call();
     if (!call.property_cache) {
         std::fprintf(stderr, "vxlocfmt: the property table of %s was not built: 0x%08x\n", name.c_str(), code);

@@ -96,7 +96,7 @@ FormatResult Session::format(const vxlocfmt::FuncInfo& row, std::int32_t width, 
 
 ReadResult Session::read(const vxlocfmt::FuncInfo& row, std::int32_t width, std::int32_t decimals,
                          std::u32string_view text) {
-    // An informat that returns without writing its result (a placeholder row) leaves the
+    // An informat that returns without writing its result leaves the
     // missing value, never a number.
     double value = std::bit_cast<double>(vxlocfmt::missing_bits);
     call_.width = width;

@@ -149,11 +149,6 @@ vxpg_outcome guarded(char* message, Body&& body) noexcept {
     }
 }
 
-vxpg_outcome not_implemented(char* message, const std::string& name) {
-    copy_message(message, name + ": not implemented yet");
-    return vxpg_not_implemented;
-}
-
 }  // namespace
 }  // namespace vxpg
 
@@ -172,7 +167,6 @@ extern "C" vxpg_outcome vxpg_format(const char* spec, size_t spec_length, const 
         vxhost::Formatter& formatter =
             vxpg::formatters().get({spec, spec_length}, {locale, locale_length}, vxpg::library_for);
         const auto result = formatter.format(vxpg::value_for(formatter.kind(), type, value));
-        if (result.code == vxlocfmt::st::not_implemented) return vxpg::not_implemented(message, formatter.name());
         *text = result.text.data();
         *length = result.text.size();
         return vxpg_ok;
@@ -190,7 +184,6 @@ extern "C" vxpg_outcome vxpg_read(const char* spec, size_t spec_length, const ch
             throw vxhost::RequestError("informat '" + std::string(spec, spec_length) + "' reads " +
                                        vxhost::value_kind_name(kind) + "s, not dates or datetimes");
         const auto result = reader.read({text, text_length});
-        if (result.code == vxlocfmt::st::not_implemented) return vxpg::not_implemented(message, reader.name());
         if (!result.ok || std::isnan(result.value)) return vxpg_missing;
         double read = result.value;
         if (type == vxpg_date && kind == ValueKind::datetime) read = std::floor(read / vxpg::seconds_per_day);

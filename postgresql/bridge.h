@@ -23,7 +23,6 @@ typedef enum vxpg_outcome {
     vxpg_ok,
     vxpg_missing,          /* the text was not read, or the result is a missing value: SQL NULL */
     vxpg_bad_request,      /* unknown name, width, decimals or locale; a reader of the wrong kind */
-    vxpg_not_implemented,  /* the row is a placeholder in this build of the library */
     vxpg_no_library,       /* libvxlocfmt.so could not be loaded */
     vxpg_out_of_memory,
     vxpg_internal

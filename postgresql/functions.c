@@ -45,9 +45,6 @@ static void pg_attribute_noreturn() raise_outcome(vxpg_outcome outcome, const ch
         case vxpg_bad_request:
             ereport(ERROR, (errcode(ERRCODE_INVALID_PARAMETER_VALUE), errmsg("%s", message)));
             break;
-        case vxpg_not_implemented:
-            ereport(ERROR, (errcode(ERRCODE_FEATURE_NOT_SUPPORTED), errmsg("%s", message)));
-            break;
         case vxpg_no_library:
             ereport(ERROR, (errcode(ERRCODE_UNDEFINED_FILE), errmsg("could not load the vxlocfmt library"),
                             errdetail("%s", message),

@@ -41,8 +41,6 @@ inline constexpr status number_grouping_dropped = 0x803fe85bu;
 inline constexpr status number_no_room = 0x803fe80eu;
 // The call record carries no locale object to build the property table from.
 inline constexpr status no_locale = 0x803fe80au;
-// Not a library code: what the placeholder of a format or informat that is not built yet answers.
-inline constexpr status not_implemented = 0x803fe8ffu;
 }  // namespace st
 
 struct PropertyCache;  // the locale property table, built by the locale subsystem
