@@ -37,4 +37,10 @@ void round_digits(ExactDecimal& x, int keep);
 // max_fixed_decimals; no point when 0), half away from zero. Returns the length; no sign.
 int fixed_digits(double a, int decimals, char* out);
 
+// The number formatter's everyday request in one step: fixed_digits' text of `value` with its
+// sign (none when the text is all zeros) right-aligned in `width` wide cells, blanks before it.
+// Answers false, with nothing written, unless decimals is 0 to 19, |value| x 10^decimals
+// rounds below 2^64 and the text fits the width; fixed_digits then decides.
+bool fixed_in_wide_field(double value, int decimals, int width, char32_t* out);
+
 }  // namespace vxhost
