@@ -1,7 +1,6 @@
 #include "decimal_digits.h"
 
 #include <algorithm>
-#include <array>
 #include <bit>
 #include <charconv>
 #include <cmath>
@@ -12,36 +11,10 @@ namespace {
 
 using u128 = unsigned __int128;
 
-constexpr std::uint64_t powers_of_ten[20] = {1ull,
-                                             10ull,
-                                             100ull,
-                                             1000ull,
-                                             10000ull,
-                                             100000ull,
-                                             1000000ull,
-                                             10000000ull,
-                                             100000000ull,
-                                             1000000000ull,
-                                             10000000000ull,
-                                             100000000000ull,
-                                             1000000000000ull,
-                                             10000000000000ull,
-                                             100000000000000ull,
-                                             1000000000000000ull,
-                                             10000000000000000ull,
-                                             100000000000000000ull,
-                                             1000000000000000000ull,
-                                             10000000000000000000ull};
-
 constexpr char digit_pairs[201] =
     "00010203040506070809101112131415161718192021222324252627282930313233343536373839"
     "40414243444546474849505152535455565758596061626364656667686970717273747576777879"
     "8081828384858687888990919293949596979899";
-
-int count_digits(std::uint64_t q) {
-    const int guess = (static_cast<int>(std::bit_width(q | 1)) * 1233) >> 12;  // log10 from log2
-    return guess + (q >= powers_of_ten[guess] ? 1 : 0);
-}
 
 // Writes q with at least `decimals` + 1 digits and a point before the last `decimals`, right to
 // left straight into `out`, two digits per division. Straight in: a wide copy of bytes just
@@ -65,37 +38,6 @@ void write_digits(Unsigned q, int decimals, char* out, char* p) {
         q /= 100;
     }
     if (p > out) *--p = static_cast<char>('0' + q);
-}
-
-// Two digits as two wide characters, the first at the lower address: one 8-byte store.
-constexpr auto wide_pairs = [] {
-    std::array<std::uint64_t, 100> pairs{};
-    for (std::uint64_t i = 0; i < 100; ++i) pairs[i] = ('0' + i / 10) | (('0' + i % 10) << 32);
-    return pairs;
-}();
-static_assert(std::endian::native == std::endian::little);
-
-// write_digits in wide characters, right to left from `p`: the decimals, the point, then the
-// integer digits (at least one).
-template <class Unsigned>
-void write_wide_digits(Unsigned q, int decimals, char32_t* p) {
-    int fraction = decimals;
-    for (; fraction >= 2; fraction -= 2) {
-        p -= 2;
-        std::memcpy(p, &wide_pairs[q % 100], 8);
-        q /= 100;
-    }
-    if (fraction == 1) {
-        *--p = static_cast<char32_t>('0' + q % 10);
-        q /= 10;
-    }
-    if (decimals > 0) *--p = U'.';
-    for (; q >= 100; q /= 100) {
-        p -= 2;
-        std::memcpy(p, &wide_pairs[q % 100], 8);
-    }
-    if (q >= 10) std::memcpy(p - 2, &wide_pairs[q], 8);
-    else p[-1] = static_cast<char32_t>('0' + q);
 }
 
 int write_scaled(std::uint64_t q, int decimals, char* out) {
@@ -143,44 +85,12 @@ bool scaled_fast(Binary b, int decimals, std::uint64_t& q) {
 
 }  // namespace
 
-bool fixed_in_wide_field(double value, int decimals, int width, char32_t* out) {
-    const auto bits = std::bit_cast<std::uint64_t>(value);
-    const auto biased = static_cast<int>((bits >> 52) & 0x7FF);
-    std::uint64_t q;
-    if (biased >= 1075 || decimals > 19) {
-        // Whole numbers from 2^53 on (and infinities, NaNs, too many decimals): the general scaling.
-        if (biased == 0x7FF || !scaled_fast(binary_of(std::fabs(value)), decimals, q)) return false;
-    } else {
-        // |value| = m x 2^-s with s >= 1, and m x 10^decimals < 2^53 x 2^64 = 2^117: from s = 118
-        // on that is below half of 2^s and rounds to 0 (as zero does, m = 0). Adding the half
-        // before the shift rounds a tie up, away from zero.
-        const std::uint64_t m = (bits & ((1ull << 52) - 1)) | (biased != 0 ? 1ull << 52 : 0);
-        const int s = biased != 0 ? 1075 - biased : 1074;
-        if (s >= 118) {
-            q = 0;
-        } else {
-            const u128 rounded = (static_cast<u128>(m) * powers_of_ten[decimals] + (static_cast<u128>(1) << (s - 1))) >> s;
-            if (rounded >> 64) return false;
-            q = static_cast<std::uint64_t>(rounded);
-        }
+bool scaled_by_power_of_ten(double a, int decimals, std::uint64_t& q) {
+    if (a == 0) {
+        q = 0;
+        return true;
     }
-    const bool sign = (bits >> 63) != 0 && q != 0;
-    const int length = std::max(count_digits(q), decimals + 1) + (decimals > 0 ? 1 : 0) + (sign ? 1 : 0);
-    if (length > width) return false;
-    char32_t* const end = out + width;
-    if (q <= 0xFFFFFFFFu) write_wide_digits(static_cast<std::uint32_t>(q), decimals, end);
-    else write_wide_digits(q, decimals, end);
-    const int pad = width - length;
-    if (sign) out[pad] = U'-';
-    // Blanks four cells at a time, the last four overlapping the ones before.
-    constexpr char32_t blanks[4] = {U' ', U' ', U' ', U' '};
-    if (pad >= 4) {
-        for (int i = 0; i + 4 < pad; i += 4) std::memcpy(out + i, blanks, sizeof blanks);
-        std::memcpy(out + pad - 4, blanks, sizeof blanks);
-    } else {
-        for (int i = 0; i < pad; ++i) out[i] = U' ';
-    }
-    return true;
+    return std::isfinite(a) && scaled_fast(binary_of(a), decimals, q);
 }
 
 void exact_decimal(double a, ExactDecimal& out) {

@@ -8,6 +8,7 @@
 
 #include "calendar/missing_value.h"
 #include "decimal_digits.h"
+#include "wide_fixed_point.h"
 
 namespace vxhost {
 namespace {

@@ -13,10 +13,6 @@
 namespace vxlocfmt::nlnum {
 namespace {
 
-// The kernel's rendering is requested into this many cells.
-constexpr std::int32_t kernel_cells = 256;
-// Plain fixed point: digits, an optional "-" and ".", "E" notation when the digits do not fit.
-constexpr std::uint32_t mode_fixed_point = 0x1000;
 // Bytes of the session-encoding conversion; the longest text to convert is 32 characters of at
 // most 4 bytes.
 constexpr std::int32_t converter_bytes = 200;
@@ -35,16 +31,9 @@ private:
     std::int32_t saved_;
 };
 
-// The kernel's text without the blanks around it (it right-aligns the text: the blanks before
-// it are looked at two cells at a time).
-std::u32string_view trimmed(const wchar* cells, std::int32_t length) {
-    const std::int32_t produced = std::clamp(length, 0, kernel_cells);
-    std::int32_t from = 0, to = produced;
-    constexpr std::uint64_t two_blanks = 0x0000002000000020ull;
-    for (std::uint64_t pair; to - from >= 2; from += 2) {
-        std::memcpy(&pair, cells + from, sizeof pair);
-        if (pair != two_blanks) break;
-    }
+// The kernel's text without the blanks around it.
+std::u32string_view kernel_text(const wchar* cells, std::int32_t length) {
+    std::int32_t from = 0, to = std::clamp(length, 0, kernel_cells);
     while (from < to && cells[from] == U' ') ++from;
     while (to > from && cells[to - 1] == U' ') --to;
     return {cells + from, static_cast<std::size_t>(to - from)};
@@ -58,7 +47,7 @@ bool ask_kernel(void* locale, double value, std::int32_t width, std::int32_t dec
     std::int32_t length = field_length;
     const status code = kernel::slot<kernel::number_format_fn>(locale, kernel::locale_number_format_slot)(
         locale, value, width, decimals, mode_fixed_point, cells, kernel_cells, &length);
-    text = trimmed(cells, length);
+    text = kernel_text(cells, length);
     if (code == st::ok) return true;
     if (code != st::number_shortened) return false;
     if (static_cast<std::int64_t>(field_length) < static_cast<std::int64_t>(text.size())) return false;
@@ -179,16 +168,9 @@ std::int32_t zkfnum(std::uint32_t supported, FmtCall& call, const NumberConventi
     // (what status 0 means) and fits styled, writes it straight into the field. The caller's
     // decimals are not touched on this way.
     void* const locale = instance.fixed_locale ? instance.fixed_locale : call.number_format;
-    if (call.byte_mode == 0 && call.capacity >= w && c.decimal_point[0] != 0 && locale && call.output) {
-        const std::int32_t decimals = std::clamp(call.decimals, 0, w);
-        wchar plain_cells[kernel_cells];
-        std::int32_t length = call.capacity;
-        const status code = kernel::slot<kernel::number_format_fn>(locale, kernel::locale_number_format_slot)(
-            locale, value, w, decimals, mode_fixed_point, plain_cells, kernel_cells, &length);
-        if (code == st::ok &&
-            style_into_field(trimmed(plain_cells, length), decimals, value, c, static_cast<wchar*>(call.output), w))
-            return zkfnum_done;
-    }
+    if (call.byte_mode == 0 && call.capacity >= w && c.decimal_point[0] != 0 && locale && call.output &&
+        first_attempt(locale, value, w, std::clamp(call.decimals, 0, w), call.capacity, c, static_cast<wchar*>(call.output)))
+        return zkfnum_done;
     return render_retrying(call, c, instance, value, w);
 }
 

@@ -10,21 +10,225 @@
  */
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
+#include <cstring>
 #include <string_view>
 
 #include "frame/abi.h"
+#include "frame/kernel.h"
 #include "locale/property_table.h"
+#include "nlnum/currency_format_patterns.h"
+#include "nlnum/number_styling.h"
 
 namespace vxlocfmt::nlnum {
 
-// Writes the styled `plain` (the kernel's status-0 text, no blanks around it) right-aligned over
-// the first `width` cells (1 to 32) of `field`, blanks before it, and answers true; answers
-// false with nothing written when its point does not stand before the last `decimals`
-// characters, it has no integer digit, or its styled text is wider than `width`. As a first
-// attempt: grouping wanted. `value` picks the pattern and the parenthesis blank, as in
-// style_number.
-bool style_into_field(std::u32string_view plain, std::int32_t decimals, double value,
-                      const NumberConventions& conventions, wchar* field, std::int32_t width);
+// ---- Interface ----------------------------------------------------------------------------
+
+// The kernel's rendering is requested into this many cells.
+inline constexpr std::int32_t kernel_cells = 256;
+// Plain fixed point: digits, an optional "-" and ".", "E" notation when the digits do not fit.
+inline constexpr std::uint32_t mode_fixed_point = 0x1000;
+
+// The first attempt of a wide call whose output has room for its width `w` (1 to 32): asks the
+// kernel number formatter of `locale` for `value` at width w and `decimals`, as every attempt
+// does (`field_length`: the call's), and when it answers status 0 and the styled text fits,
+// writes that right-aligned over the first w cells of `field`, blanks before it, and answers
+// true. Grouping is wanted (a first attempt); `value` picks the pattern and the parenthesis
+// blank, as in style_number. False, with the field untouched, when the kernel's status is not 0,
+// its text is not laid out as status 0 promises, or the styled text is too wide.
+[[gnu::always_inline]] inline bool first_attempt(void* locale, double value, std::int32_t w, std::int32_t decimals,
+                                                 std::int32_t field_length, const NumberConventions& conventions,
+                                                 wchar* field);
+
+// ---- Implementation -----------------------------------------------------------------------
+// Inline: zkfnum's everyday path, one call fewer per value.
+
+namespace detail {
+
+// The renderer's widest field.
+inline constexpr std::int32_t field_cells = 32;
+// Longest text before or after the number: a blank, a symbol of 50 and a sign of 2 ("$ -V",
+// "V $-"), and the parenthesis blank after a positive amount.
+inline constexpr std::size_t affix_cells = 50 + 2 + 2 + 1;
+
+// n cells: the short runs (groups, the first group, two decimals, a sign) as fixed moves, not a
+// call.
+inline void put_run(wchar* to, const wchar* from, std::int32_t n) {
+    switch (n) {
+    case 0: break;
+    case 4: std::memcpy(to, from, 4 * sizeof(wchar)); break;
+    case 3: std::memcpy(to, from, 3 * sizeof(wchar)); break;
+    case 2: std::memcpy(to, from, 2 * sizeof(wchar)); break;
+    case 1: *to = *from; break;
+    default: std::memcpy(to, from, static_cast<std::size_t>(n) * sizeof(wchar)); break;
+    }
+}
+
+// n blanks (n <= field_cells), four cells at a time, the last four overlapping the ones before:
+// the width is the same from call to call, so the branches are too.
+inline void fill_blanks(wchar* to, std::int32_t n) {
+    constexpr wchar blanks[4] = {U' ', U' ', U' ', U' '};
+    if (n >= 4) {
+        for (std::int32_t i = 0; i + 4 < n; i += 4) std::memcpy(to + i, blanks, sizeof blanks);
+        std::memcpy(to + n - 4, blanks, sizeof blanks);
+    } else {
+        for (std::int32_t i = 0; i < n; ++i) to[i] = U' ';
+    }
+}
+
+// A two-cell field's used (non-zero) cells.
+inline wchar* put_after(wchar* to, const wchar (&field)[2]) {
+    if (field[0]) *to++ = field[0];
+    if (field[1]) *to++ = field[1];
+    return to;
+}
+inline std::int32_t symbol_length(const NumberConventions& c) {
+    std::int32_t n = 0;
+    while (n < static_cast<std::int32_t>(std::size(c.currency_symbol)) - 1 && c.currency_symbol[n]) ++n;
+    return n;
+}
+
+// What one pattern letter writes (see CurrencyFormatPatterns).
+inline wchar* put_letter(wchar* to, wchar letter, const NumberConventions& c, bool negative) {
+    switch (letter) {
+    case U'$':
+        for (std::int32_t i = 0, n = symbol_length(c); i < n; ++i) *to++ = c.currency_symbol[i];
+        return to;
+    case U'-': return put_after(to, negative ? c.negative_sign : c.positive_sign);
+    case U'(':
+    case U')':
+        if (negative) *to++ = letter;
+        return to;
+    case U' ': *to++ = U' '; return to;
+    default: return to;
+    }
+}
+
+// The styled `plain` (the kernel's status-0 text, no blanks around it) right-aligned over the
+// first `width` cells of `field`; false, with nothing written, when its point does not stand
+// before the last `decimals` characters, it has no integer digit, or it is too wide.
+[[gnu::always_inline]] inline bool style_into_field(std::u32string_view plain, std::int32_t decimals, double value,
+                                                    const NumberConventions& c, wchar* field, std::int32_t width) {
+    const wchar* text = plain.data();
+    const wchar* const end = text + plain.size();
+    text += text != end && *text == U'-' ? 1 : 0;  // the pattern places the sign
+    const wchar* integer_end = end;
+    if (decimals > 0) {
+        if (end - text < decimals + 2) return false;
+        integer_end = end - decimals - 1;
+        if (*integer_end != U'.') return false;
+    }
+    if (integer_end == text || *text == U' ') return false;
+    const auto integer = static_cast<std::int32_t>(integer_end - text);
+
+    // What the pattern puts before the number and after it. The trimming of the whole text takes
+    // the blanks before the one and after the other, no more: the number begins and ends with a
+    // digit. Then the blank that lines up positive amounts with parenthesised negatives; zero
+    // gets no such blank. Deliberate.
+    const bool negative = value < 0;
+    const std::int32_t precedes = negative ? c.n_cs_precedes : c.p_cs_precedes;
+    const std::int32_t spaced = negative ? c.n_sep_by_space : c.p_sep_by_space;
+    const std::int32_t sign_position = negative ? c.n_sign_posn : c.p_sign_posn;
+    wchar prefix[affix_cells + 4], suffix[affix_cells];  // + 4: the prefix may be read as four cells
+    wchar* prefix_end = prefix;
+    wchar* suffix_end = suffix;
+    if (sign_position == 1 && spaced == 0 && (precedes == 0 || precedes == 1)) {
+        // "-V$" and "-$V", the patterns of most numbers and percentages, without the walk.
+        // Both cells stored, the cursor moved by those used: no branch on the value's sign.
+        const wchar(&sign)[2] = negative ? c.negative_sign : c.positive_sign;
+        prefix_end[0] = sign[0] ? sign[0] : sign[1];
+        prefix_end[1] = sign[1];
+        prefix_end += cells_used(sign);
+        wchar*& symbol_at = precedes ? prefix_end : suffix_end;
+        for (std::int32_t i = 0, n = symbol_length(c); i < n; ++i) *symbol_at++ = c.currency_symbol[i];
+    } else {
+        const wchar* letter = pattern_for(precedes, spaced, sign_position);
+        for (; *letter != U'V'; ++letter) prefix_end = put_letter(prefix_end, *letter, c, negative);
+        for (++letter; *letter; ++letter) suffix_end = put_letter(suffix_end, *letter, c, negative);
+    }
+    const wchar* prefix_start = prefix;
+    while (prefix_start < prefix_end && *prefix_start == U' ') ++prefix_start;
+    while (suffix_end > suffix && suffix_end[-1] == U' ') --suffix_end;
+    if (value > 0 && c.n_sign_posn == 0) *suffix_end++ = U' ';
+
+    // A group size of 0 means no grouping; a negative one (malformed data) the same. The first
+    // group holds what is left over from whole groups. Groups of 3 divide by a constant: a
+    // division by a variable costs more than the rest of the grouping.
+    const std::int32_t group = c.grouping[0];
+    const bool grouped = group > 0 && integer > group;
+    const std::int32_t separators = !grouped ? 0 : group == 3 ? (integer - 1) / 3 : (integer - 1) / group;
+    const std::int32_t first = integer - separators * group;
+    const auto separator = static_cast<std::int32_t>(cells_used(c.thousands_sep));
+    // A locale without a decimal point asks for no decimals; the general attempt would put "."
+    // before a fraction all the same.
+    const bool no_point = c.decimal_point[0] == 0 && c.decimal_point[1] == 0;
+    const std::int32_t point = no_point ? 1 : static_cast<std::int32_t>(cells_used(c.decimal_point));
+    const auto length = static_cast<std::int32_t>(prefix_end - prefix_start) + integer +
+                        separators * separator + (decimals > 0 ? point + decimals : 0) +
+                        static_cast<std::int32_t>(suffix_end - suffix);
+    if (length > width) return false;
+
+    wchar* to = field;
+    fill_blanks(to, width - length);
+    to += width - length;
+    // A short prefix and a first group of 3 or 4 as four cells whatever their length (a length
+    // that changes from value to value would steer a branch). The cells past them are written
+    // again by what always follows: at least 4 cells of text from the prefix on, and a group of
+    // 3 or 4 after the first.
+    const auto prefix_length = static_cast<std::int32_t>(prefix_end - prefix_start);
+    if (prefix_length <= 4 && length >= 4) std::memcpy(to, prefix_start, 4 * sizeof(wchar));
+    else put_run(to, prefix_start, prefix_length);
+    to += prefix_length;
+    if (grouped) {
+        if (group == 3 || group == 4) std::memcpy(to, text, 4 * sizeof(wchar));
+        else put_run(to, text, first);
+        to += first;
+        if (group == 3 && separator == 1) {
+            // The usual grouping: one separator cell, then three digits in one move.
+            const wchar mark = c.thousands_sep[0] ? c.thousands_sep[0] : c.thousands_sep[1];
+            for (const wchar* at = text + first; at < integer_end; at += 3, to += 4) {
+                to[0] = mark;
+                std::memcpy(to + 1, at, 3 * sizeof(wchar));
+            }
+        } else {
+            for (const wchar* at = text + first; at < integer_end; at += group, to += group) {
+                to = put_after(to, c.thousands_sep);
+                put_run(to, at, group);
+            }
+        }
+    } else {
+        put_run(to, text, integer);
+        to += integer;
+    }
+    if (decimals > 0) {
+        if (no_point) *to++ = U'.';
+        else to = put_after(to, c.decimal_point);
+        put_run(to, integer_end + 1, decimals);
+        to += decimals;
+    }
+    put_run(to, suffix, static_cast<std::int32_t>(suffix_end - suffix));
+    return true;
+}
+
+}  // namespace detail
+
+inline bool first_attempt(void* locale, double value, std::int32_t w, std::int32_t decimals, std::int32_t field_length,
+                          const NumberConventions& c, wchar* field) {
+    wchar cells[kernel_cells];
+    std::int32_t length = field_length;
+    const status code = kernel::slot<kernel::number_format_fn>(locale, kernel::locale_number_format_slot)(
+        locale, value, w, decimals, mode_fixed_point, cells, kernel_cells, &length);
+    if (code != st::ok) return false;
+    // Status 0: blanks, then the text up to the produced length, with no blank inside it (plain
+    // fixed point). Where the blanks end is found by halving, at most five looks for 32 cells.
+    const std::int32_t to = std::clamp(length, 0, w);
+    std::int32_t from = 0;
+    const auto halve = [&](std::int32_t step) {
+        if (from + step <= to && cells[from + step - 1] == U' ') from += step;
+    };
+    halve(16), halve(8), halve(4), halve(2), halve(1);
+    return detail::style_into_field({cells + from, static_cast<std::size_t>(to - from)}, decimals, value, c, field, w);
+}
 
 }  // namespace vxlocfmt::nlnum
