@@ -142,9 +142,9 @@ std::int32_t converted_length(const FmtCall& call, const wchar* text, std::size_
     }
 }
 
-}  // namespace
-
-std::int32_t zkfnum(std::uint32_t supported, FmtCall& call, const NumberConventions& c, const Instance& instance) {
+// zkfnum, with or without its everyday attempt.
+template <bool everyday>
+std::int32_t render(std::uint32_t supported, FmtCall& call, const NumberConventions& c, const Instance& instance) {
     if (supported == 0) return zkfnum_unsupported;
     const std::int32_t w = call.width;
     if (w <= 0) return zkfnum_done;
@@ -168,10 +168,21 @@ std::int32_t zkfnum(std::uint32_t supported, FmtCall& call, const NumberConventi
     // (what status 0 means) and fits styled, writes it straight into the field. The caller's
     // decimals are not touched on this way.
     void* const locale = instance.fixed_locale ? instance.fixed_locale : call.number_format;
-    if (call.byte_mode == 0 && call.capacity >= w && c.decimal_point[0] != 0 && locale && call.output &&
+    if (everyday && call.byte_mode == 0 && call.capacity >= w && c.decimal_point[0] != 0 && locale && call.output &&
         first_attempt(locale, value, w, std::clamp(call.decimals, 0, w), call.capacity, c, static_cast<wchar*>(call.output)))
         return zkfnum_done;
     return render_retrying(call, c, instance, value, w);
+}
+
+}  // namespace
+
+std::int32_t zkfnum(std::uint32_t supported, FmtCall& call, const NumberConventions& c, const Instance& instance) {
+    return render<true>(supported, call, c, instance);
+}
+
+std::int32_t detail::zkfnum_retrying(std::uint32_t supported, FmtCall& call, const NumberConventions& c,
+                                     const Instance& instance) {
+    return render<false>(supported, call, c, instance);
 }
 
 }  // namespace vxlocfmt::nlnum

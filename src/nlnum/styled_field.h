@@ -122,10 +122,12 @@ inline wchar* put_letter(wchar* to, wchar letter, const NumberConventions& c, bo
     if (integer_end == text || *text == U' ') return false;
     const auto integer = static_cast<std::int32_t>(integer_end - text);
 
-    // What the pattern puts before the number and after it. The trimming of the whole text takes
-    // the blanks before the one and after the other, no more: the number begins and ends with a
-    // digit. Then the blank that lines up positive amounts with parenthesised negatives; zero
-    // gets no such blank. Deliberate.
+    // What the pattern puts before the number and after it. Of the trimming of the whole text,
+    // the blanks after the suffix go (no more: the number ends in a digit); blanks at the front
+    // of the prefix may stay, as right-aligned they are blanks of the field either way (and when
+    // they make the text too wide, the retry loop, which trims them, takes the value). Then the
+    // blank that lines up positive amounts with parenthesised negatives; zero gets no such
+    // blank. Deliberate.
     const bool negative = value < 0;
     const std::int32_t precedes = negative ? c.n_cs_precedes : c.p_cs_precedes;
     const std::int32_t spaced = negative ? c.n_sep_by_space : c.p_sep_by_space;
@@ -147,8 +149,6 @@ inline wchar* put_letter(wchar* to, wchar letter, const NumberConventions& c, bo
         for (; *letter != U'V'; ++letter) prefix_end = put_letter(prefix_end, *letter, c, negative);
         for (++letter; *letter; ++letter) suffix_end = put_letter(suffix_end, *letter, c, negative);
     }
-    const wchar* prefix_start = prefix;
-    while (prefix_start < prefix_end && *prefix_start == U' ') ++prefix_start;
     while (suffix_end > suffix && suffix_end[-1] == U' ') --suffix_end;
     if (value > 0 && c.n_sign_posn == 0) *suffix_end++ = U' ';
 
@@ -164,7 +164,7 @@ inline wchar* put_letter(wchar* to, wchar letter, const NumberConventions& c, bo
     // before a fraction all the same.
     const bool no_point = c.decimal_point[0] == 0 && c.decimal_point[1] == 0;
     const std::int32_t point = no_point ? 1 : static_cast<std::int32_t>(cells_used(c.decimal_point));
-    const auto length = static_cast<std::int32_t>(prefix_end - prefix_start) + integer +
+    const auto length = static_cast<std::int32_t>(prefix_end - prefix) + integer +
                         separators * separator + (decimals > 0 ? point + decimals : 0) +
                         static_cast<std::int32_t>(suffix_end - suffix);
     if (length > width) return false;
@@ -176,9 +176,9 @@ inline wchar* put_letter(wchar* to, wchar letter, const NumberConventions& c, bo
     // that changes from value to value would steer a branch). The cells past them are written
     // again by what always follows: at least 4 cells of text from the prefix on, and a group of
     // 3 or 4 after the first.
-    const auto prefix_length = static_cast<std::int32_t>(prefix_end - prefix_start);
-    if (prefix_length <= 4 && length >= 4) std::memcpy(to, prefix_start, 4 * sizeof(wchar));
-    else put_run(to, prefix_start, prefix_length);
+    const auto prefix_length = static_cast<std::int32_t>(prefix_end - prefix);
+    if (prefix_length <= 4 && length >= 4) std::memcpy(to, prefix, 4 * sizeof(wchar));
+    else put_run(to, prefix, prefix_length);
     to += prefix_length;
     if (grouped) {
         if (group == 3 || group == 4) std::memcpy(to, text, 4 * sizeof(wchar));
