@@ -65,8 +65,8 @@ inline void put_run(wchar* to, const wchar* from, std::int32_t n) {
     }
 }
 
-// n blanks (n <= field_cells), four cells at a time, the last four overlapping the ones before:
-// the width is the same from call to call, so the branches are too.
+// Blanks over n cells (n >= 1), four at a time, the last four overlapping the ones before. For
+// the whole field: a count that depends on the width alone, the same from value to value.
 inline void fill_blanks(wchar* to, std::int32_t n) {
     constexpr wchar blanks[4] = {U' ', U' ', U' ', U' '};
     if (n >= 4) {
@@ -83,18 +83,24 @@ inline wchar* put_after(wchar* to, const wchar (&field)[2]) {
     if (field[1]) *to++ = field[1];
     return to;
 }
-inline std::int32_t symbol_length(const NumberConventions& c) {
-    std::int32_t n = 0;
-    while (n < static_cast<std::int32_t>(std::size(c.currency_symbol)) - 1 && c.currency_symbol[n]) ++n;
-    return n;
+// The symbol after `to` (room for at least four cells there); its end. Short symbols, the usual
+// ones, are moved as four cells and measured without a loop.
+inline wchar* put_symbol(wchar* to, const NumberConventions& c) {
+    const wchar* symbol = c.currency_symbol;
+    std::memcpy(to, symbol, 4 * sizeof(wchar));
+    if (!symbol[0]) return to;
+    if (!symbol[1]) return to + 1;
+    if (!symbol[2]) return to + 2;
+    if (!symbol[3]) return to + 3;
+    std::int32_t n = 4;
+    for (; n < static_cast<std::int32_t>(std::size(c.currency_symbol)) - 1 && symbol[n]; ++n) to[n] = symbol[n];
+    return to + n;
 }
 
 // What one pattern letter writes (see CurrencyFormatPatterns).
 inline wchar* put_letter(wchar* to, wchar letter, const NumberConventions& c, bool negative) {
     switch (letter) {
-    case U'$':
-        for (std::int32_t i = 0, n = symbol_length(c); i < n; ++i) *to++ = c.currency_symbol[i];
-        return to;
+    case U'$': return put_symbol(to, c);
     case U'-': return put_after(to, negative ? c.negative_sign : c.positive_sign);
     case U'(':
     case U')':
@@ -135,15 +141,21 @@ inline wchar* put_letter(wchar* to, wchar letter, const NumberConventions& c, bo
     wchar prefix[affix_cells + 4], suffix[affix_cells];  // + 4: the prefix may be read as four cells
     wchar* prefix_end = prefix;
     wchar* suffix_end = suffix;
-    if (sign_position == 1 && spaced == 0 && (precedes == 0 || precedes == 1)) {
-        // "-V$" and "-$V", the patterns of most numbers and percentages, without the walk.
-        // Both cells stored, the cursor moved by those used: no branch on the value's sign.
+    if (sign_position == 1 && (spaced == 0 || spaced == 1) && (precedes == 0 || precedes == 1)) {
+        // "-V$", "-$V", "-V $" and "-$ V", the patterns of most numbers, percentages and amounts,
+        // without the walk. The sign's two cells are stored whole and the cursor moves by those
+        // used: no branch on the value's sign.
         const wchar(&sign)[2] = negative ? c.negative_sign : c.positive_sign;
         prefix_end[0] = sign[0] ? sign[0] : sign[1];
         prefix_end[1] = sign[1];
         prefix_end += cells_used(sign);
-        wchar*& symbol_at = precedes ? prefix_end : suffix_end;
-        for (std::int32_t i = 0, n = symbol_length(c); i < n; ++i) *symbol_at++ = c.currency_symbol[i];
+        if (precedes) {
+            prefix_end = put_symbol(prefix_end, c);
+            if (spaced) *prefix_end++ = U' ';
+        } else {
+            if (spaced) *suffix_end++ = U' ';
+            suffix_end = put_symbol(suffix_end, c);
+        }
     } else {
         const wchar* letter = pattern_for(precedes, spaced, sign_position);
         for (; *letter != U'V'; ++letter) prefix_end = put_letter(prefix_end, *letter, c, negative);
@@ -169,9 +181,9 @@ inline wchar* put_letter(wchar* to, wchar letter, const NumberConventions& c, bo
                         static_cast<std::int32_t>(suffix_end - suffix);
     if (length > width) return false;
 
-    wchar* to = field;
-    fill_blanks(to, width - length);
-    to += width - length;
+    // Blanks over the whole field, then the text over them.
+    fill_blanks(field, width);
+    wchar* to = field + (width - length);
     // A short prefix and a first group of 3 or 4 as four cells whatever their length (a length
     // that changes from value to value would steer a branch). The cells past them are written
     // again by what always follows: at least 4 cells of text from the prefix on, and a group of
