@@ -37,10 +37,19 @@ inline constexpr auto wide_digit_pairs = [] {
 static_assert(std::endian::native == std::endian::little);
 
 // q with a point before its last `decimals` digits and at least one digit before the point,
-// right to left from `p`, two digits per division.
+// right to left from `p`, two digits per division. With `room` (a cell before the text that is
+// written again afterwards) a last single digit goes as a pair too, its "0" in that cell: the
+// count of digits then steers no branch.
 template <class Unsigned>
-inline void write_wide_fixed(Unsigned q, int decimals, char32_t* p) {
+inline void write_wide_fixed(Unsigned q, int decimals, char32_t* p, bool room) {
     int fraction = decimals;
+    if (fraction == 2) {
+        // The usual two decimals without the loop.
+        p -= 2;
+        std::memcpy(p, &wide_digit_pairs[q % 100], 8);
+        q /= 100;
+        fraction = 0;
+    }
     for (; fraction >= 2; fraction -= 2) {
         p -= 2;
         std::memcpy(p, &wide_digit_pairs[q % 100], 8);
@@ -55,7 +64,7 @@ inline void write_wide_fixed(Unsigned q, int decimals, char32_t* p) {
         p -= 2;
         std::memcpy(p, &wide_digit_pairs[q % 100], 8);
     }
-    if (q >= 10) std::memcpy(p - 2, &wide_digit_pairs[q], 8);
+    if (room || q >= 10) std::memcpy(p - 2, &wide_digit_pairs[q], 8);
     else p[-1] = static_cast<char32_t>('0' + q);
 }
 
@@ -89,19 +98,28 @@ inline void write_wide_fixed(Unsigned q, int decimals, char32_t* p) {
     const int sign = static_cast<int>(bits >> 63) & static_cast<int>(q != 0);
     const int digits = std::max(count_digits(q), decimals + 1) + (decimals > 0 ? 1 : 0);
     if (digits + sign > width) return false;
-    if (q <= 0xFFFFFFFFu) detail::write_wide_fixed(static_cast<std::uint32_t>(q), decimals, out + width);
-    else detail::write_wide_fixed(q, decimals, out + width);
-    const int pad = width - digits - sign;
-    // Blanks four cells at a time, the last four overlapping the ones before.
-    constexpr char32_t blanks[4] = {U' ', U' ', U' ', U' '};
-    if (pad >= 4) {
-        for (int i = 0; i + 4 < pad; i += 4) std::memcpy(out + i, blanks, sizeof blanks);
-        std::memcpy(out + pad - 4, blanks, sizeof blanks);
-    } else {
-        for (int i = 0; i < pad; ++i) out[i] = U' ';
+    // Blanks: a field of up to 32 cells is blanked whole first, in blocks from both ends that
+    // depend on the width alone (the digits then go over them); a wider one only before the text.
+    constexpr char32_t blanks[8] = {U' ', U' ', U' ', U' ', U' ', U' ', U' ', U' '};
+    if (width <= 32) {
+        // Eight cells at 0 and 8 and at width - 16 and width - 8 cover 16 to 32 cells.
+        const auto put = [&](int at, int cells) {
+            std::memcpy(out + at, blanks, static_cast<std::size_t>(cells) * sizeof(char32_t));
+        };
+        if (width >= 16) put(0, 8), put(8, 8), put(width - 16, 8), put(width - 8, 8);
+        else if (width >= 8) put(0, 8), put(width - 8, 8);
+        else if (width >= 4) put(0, 4), put(width - 4, 4);
+        else
+            for (int i = 0; i < width; ++i) out[i] = U' ';
     }
+    // The cell before the digits is written again below whenever there is one.
+    const bool room = digits < width;
+    if (q <= 0xFFFFFFFFu) detail::write_wide_fixed(static_cast<std::uint32_t>(q), decimals, out + width, room);
+    else detail::write_wide_fixed(q, decimals, out + width, room);
+    if (width > 32)
+        for (int i = 0, pad = width - digits - sign; i < pad; ++i) out[i] = U' ';
     // The cell before the digits: the sign, or the last blank again.
-    if (digits < width) out[width - digits - 1] = sign ? U'-' : U' ';
+    if (digits < width) out[width - digits - 1] = U' ' + static_cast<char32_t>(sign) * (U'-' - U' ');
     return true;
 }
 

@@ -65,16 +65,20 @@ inline void put_run(wchar* to, const wchar* from, std::int32_t n) {
     }
 }
 
-// Blanks over n cells (n >= 1), four at a time, the last four overlapping the ones before. For
-// the whole field: a count that depends on the width alone, the same from value to value.
+// Blanks over n cells (1 to 32), in blocks of 16, 8 or 4 cells from the front and the back,
+// which overlap: for the whole field the branches depend on the width alone.
+inline constexpr wchar blanks[16] = {U' ', U' ', U' ', U' ', U' ', U' ', U' ', U' ',
+                                     U' ', U' ', U' ', U' ', U' ', U' ', U' ', U' '};
 inline void fill_blanks(wchar* to, std::int32_t n) {
-    constexpr wchar blanks[4] = {U' ', U' ', U' ', U' '};
-    if (n >= 4) {
-        for (std::int32_t i = 0; i + 4 < n; i += 4) std::memcpy(to + i, blanks, sizeof blanks);
-        std::memcpy(to + n - 4, blanks, sizeof blanks);
-    } else {
+    const auto both_ends = [&](std::int32_t block) {
+        std::memcpy(to, blanks, static_cast<std::size_t>(block) * sizeof(wchar));
+        std::memcpy(to + n - block, blanks, static_cast<std::size_t>(block) * sizeof(wchar));
+    };
+    if (n >= 16) both_ends(16);
+    else if (n >= 8) both_ends(8);
+    else if (n >= 4) both_ends(4);
+    else
         for (std::int32_t i = 0; i < n; ++i) to[i] = U' ';
-    }
 }
 
 // A two-cell field's used (non-zero) cells.
@@ -162,14 +166,14 @@ inline wchar* put_letter(wchar* to, wchar letter, const NumberConventions& c, bo
         for (++letter; *letter; ++letter) suffix_end = put_letter(suffix_end, *letter, c, negative);
     }
     while (suffix_end > suffix && suffix_end[-1] == U' ') --suffix_end;
-    if (value > 0 && c.n_sign_posn == 0) *suffix_end++ = U' ';
+    if (c.n_sign_posn == 0 && value > 0) *suffix_end++ = U' ';  // the locale's test first: no branch on the value
 
     // A group size of 0 means no grouping; a negative one (malformed data) the same. The first
     // group holds what is left over from whole groups. Groups of 3 divide by a constant: a
     // division by a variable costs more than the rest of the grouping.
     const std::int32_t group = c.grouping[0];
-    const bool grouped = group > 0 && integer > group;
-    const std::int32_t separators = !grouped ? 0 : group == 3 ? (integer - 1) / 3 : (integer - 1) / group;
+    const std::int32_t separators = group == 3 ? (integer - 1) / 3 : group > 0 ? (integer - 1) / group : 0;
+    const bool grouped = separators > 0;
     const std::int32_t first = integer - separators * group;
     const auto separator = static_cast<std::int32_t>(cells_used(c.thousands_sep));
     // A locale without a decimal point asks for no decimals; the general attempt would put "."
