@@ -1,7 +1,6 @@
 #include "nlnum/number_renderer.h"
 
 #include <algorithm>
-#include <cstring>
 #include <string_view>
 
 #include "calendar/missing_value.h"

@@ -5,8 +5,8 @@
  * wide for the field, or one not laid out so, is declined with the field untouched and left to
  * the general attempt of number_styling.h, which writes the same text wherever both apply.
  *
- *   if (style_into_field(U"-1234567.89", 2, -1234567.891, conventions, field, 16)) ...
- *   // field: "   -1,234,567.89" (en_US numbers)
+ *   if (first_attempt(locale, -1234567.891, 16, 2, call.capacity, conventions, field)) return zkfnum_done;
+ *   // field: "   -1,234,567.89" (en_US numbers; the kernel answered "     -1234567.89")
  */
 #pragma once
 
