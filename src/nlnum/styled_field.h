@@ -148,7 +148,7 @@ inline wchar* put_letter(wchar* to, wchar letter, const NumberConventions& c, bo
     if (sign_position == 1 && (spaced == 0 || spaced == 1) && (precedes == 0 || precedes == 1)) {
         // "-V$", "-$V", "-V $" and "-$ V", the patterns of most numbers, percentages and amounts,
         // without the walk. The sign's two cells are stored whole and the cursor moves by those
-        // used: no branch on the value's sign.
+        // used, rather than a test per cell.
         const wchar(&sign)[2] = negative ? c.negative_sign : c.positive_sign;
         prefix_end[0] = sign[0] ? sign[0] : sign[1];
         prefix_end[1] = sign[1];
@@ -166,7 +166,8 @@ inline wchar* put_letter(wchar* to, wchar letter, const NumberConventions& c, bo
         for (++letter; *letter; ++letter) suffix_end = put_letter(suffix_end, *letter, c, negative);
     }
     while (suffix_end > suffix && suffix_end[-1] == U' ') --suffix_end;
-    if (c.n_sign_posn == 0 && value > 0) *suffix_end++ = U' ';  // the locale's test first: no branch on the value
+    // The locale's test first: outside parenthesis locales the value's sign steers no branch here.
+    if (c.n_sign_posn == 0 && value > 0) *suffix_end++ = U' ';
 
     // A group size of 0 means no grouping; a negative one (malformed data) the same. The first
     // group holds what is left over from whole groups. Groups of 3 divide by a constant: a
