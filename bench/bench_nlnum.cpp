@@ -1,24 +1,27 @@
 // NLNUM (2 decimals, de_DE and en_US) and NLPCT (2 decimals, en_US) per value, through the C ABI
 // with one warm call record (a host session, its property table already built), beside ICU's
 // unum_formatDouble with a cached UNumberFormat of the same style (decimal, percent) and the same
-// fraction digits, in the same run. Each iteration formats one batch of values both ways, each
-// batch timed on its own; the benchmark's time is ours (manual time) and the counters give
-// nanoseconds per value for both and the ratio ours / ICU (below 1: faster). A last row puts
-// an integer stand-in in place of the kernel's formatter to show the renderer's own cost.
+// fraction digits, and glibc snprintf("%'.2f") under uselocale of the same locale (its own
+// grouping and point; "%" appended for the percentages), in the same run. Each iteration formats
+// one batch of values three ways, each batch timed on its own; the benchmark's time is ours
+// (manual time) and the counters give nanoseconds per value for each and the ratios ours / peer
+// (below 1: faster).
 
 #include <benchmark/benchmark.h>
 
 #include <unicode/unum.h>
 
+#include <unistd.h>
+
 #include <array>
-#include <cmath>
 #include <chrono>
-#include <optional>
+#include <climits>
+#include <clocale>
+#include <cstdio>
 #include <string>
 
-#include "frame/instance.h"
-#include "frame/kernel.h"
 #include "library.h"
+#include "peers.h"
 #include "session.h"
 
 namespace {
@@ -46,53 +49,18 @@ std::array<double, batch> amounts() {
 constexpr std::int32_t width = 16;
 constexpr std::int32_t decimals = 2;
 
-// A stand-in for the kernel's number formatter: integer arithmetic on the value times 10^decimals
-// (for |value| below 1e15 and at most 6 decimals; binary rounding, not the kernel's exact one:
-// timing only), right-justified in the width. With it in place, the time left is the renderer's.
-extern "C" vxlocfmt::status integer_kernel(void*, double value, std::int32_t width, std::int32_t decimals,
-                                           std::uint32_t, vxlocfmt::wchar* out, std::int32_t capacity,
-                                           std::int32_t* length) {
-    constexpr double powers[] = {1, 10, 100, 1e3, 1e4, 1e5, 1e6};
-    if (decimals < 0 || decimals > 6 || !(std::fabs(value) < 1e15)) return vxlocfmt::st::number_shortened;
-    auto scaled = static_cast<std::uint64_t>(std::fabs(value) * powers[decimals] + 0.5);
-    char text[32];
-    int n = 0;
-    for (int i = 0; scaled != 0 || i <= decimals; ++i) {
-        if (i == decimals && decimals > 0) text[n++] = '.';
-        text[n++] = static_cast<char>('0' + scaled % 10);
-        scaled /= 10;
-    }
-    if (value < 0) text[n++] = '-';
-    const std::int32_t cells = std::min(width, capacity);
-    if (n > cells) return vxlocfmt::st::number_shortened;
-    for (std::int32_t i = 0; i < cells - n; ++i) out[i] = U' ';
-    for (std::int32_t i = 0; i < n; ++i) out[cells - 1 - i] = static_cast<vxlocfmt::wchar>(text[i]);
-    *length = cells;
-    return 0;
+// strfmon_l's and snprintf's locales are compiled beside the program when the system lacks them
+// (as bench_formats does).
+std::string locale_cache() {
+    char exe[PATH_MAX];
+    const ssize_t n = readlink("/proc/self/exe", exe, sizeof exe - 1);
+    if (n <= 0) return "bench-locales";
+    const std::string path(exe, static_cast<std::size_t>(n));
+    return path.substr(0, path.find_last_of('/')) + "/bench-locales";
 }
 
-// Puts the stand-in in the instance's own locale object (whose formatter the renderer asks) for
-// the life of one benchmark.
-class KernelSwap {
-public:
-    explicit KernelSwap(vxlocfmt::FmtCall& call) {
-        vxlocfmt::Instance* instance = vxlocfmt::find_instance(call);
-        if (!instance || !instance->fixed_locale) return;
-        word_ = static_cast<void**>(instance->fixed_locale) + vxlocfmt::kernel::locale_number_format_slot;
-        saved_ = *word_;
-        *word_ = reinterpret_cast<void*>(&integer_kernel);
-    }
-    ~KernelSwap() {
-        if (word_) *word_ = saved_;
-    }
-
-private:
-    void** word_ = nullptr;
-    void* saved_ = nullptr;
-};
-
 void run(benchmark::State& state, const char* locale, std::u32string_view format, UNumberFormatStyle style,
-         bool percent, bool stand_in_kernel = false) {
+         bool percent) {
     const vxlocfmt::FuncInfo* row = library().find(format);
     vxhost::SessionOptions options;
     options.locale = locale;
@@ -111,9 +79,6 @@ void run(benchmark::State& state, const char* locale, std::u32string_view format
         return;
     }
 
-    std::optional<KernelSwap> swap;
-    if (stand_in_kernel) swap.emplace(call);
-
     UErrorCode error = U_ZERO_ERROR;
     UNumberFormat* icu = unum_open(style, nullptr, 0, locale, nullptr, &error);
     if (U_FAILURE(error)) {
@@ -124,11 +89,14 @@ void run(benchmark::State& state, const char* locale, std::u32string_view format
     unum_setAttribute(icu, UNUM_MAX_FRACTION_DIGITS, decimals);
     unum_setAttribute(icu, UNUM_ROUNDING_MODE, UNUM_ROUND_HALFUP);
     UChar icu_text[64];
+    vxbench::CLocale clocale(locale, locale_cache());
+    char c_text[64];
 
     std::array<double, batch> values = amounts();
     if (percent)
         for (double& v : values) v /= 1e5;  // percentages of a few hundred
-    double ours_ns = 0, icu_ns = 0;
+    double ours_ns = 0, icu_ns = 0, c_ns = 0;
+    const char* const c_format = percent ? "%'.2f%%" : "%'.2f";
     for (auto _ : state) {
         const auto t0 = clock_type::now();
         for (double v : values) {
@@ -143,9 +111,19 @@ void run(benchmark::State& state, const char* locale, std::u32string_view format
             benchmark::ClobberMemory();
         }
         const auto t2 = clock_type::now();
+        if (clocale.handle()) {
+            const locale_t saved = uselocale(clocale.handle());
+            for (double v : values) {
+                benchmark::DoNotOptimize(std::snprintf(c_text, sizeof c_text, c_format, percent ? v * 100 : v));
+                benchmark::ClobberMemory();
+            }
+            uselocale(saved);
+        }
+        const auto t3 = clock_type::now();
         const std::chrono::duration<double> ours = t1 - t0;
         ours_ns += std::chrono::duration<double, std::nano>(t1 - t0).count();
         icu_ns += std::chrono::duration<double, std::nano>(t2 - t1).count();
+        c_ns += std::chrono::duration<double, std::nano>(t3 - t2).count();
         state.SetIterationTime(ours.count());
     }
     unum_close(icu);
@@ -154,20 +132,20 @@ void run(benchmark::State& state, const char* locale, std::u32string_view format
     state.counters["ns_per_value"] = ours_ns / count;
     state.counters["icu_ns_per_value"] = icu_ns / count;
     state.counters["ratio"] = icu_ns > 0 ? ours_ns / icu_ns : 0;
+    if (clocale.handle()) {
+        state.counters["snprintf_ns"] = c_ns / count;
+        state.counters["vs_snprintf"] = c_ns > 0 ? ours_ns / c_ns : 0;
+    } else {
+        state.SetLabel("no snprintf peer: " + clocale.why());
+    }
 }
 
 void BM_NLNUM_de_DE(benchmark::State& state) { run(state, "de_DE", U"NLNUM", UNUM_DECIMAL, false); }
 void BM_NLNUM_en_US(benchmark::State& state) { run(state, "en_US", U"NLNUM", UNUM_DECIMAL, false); }
 void BM_NLPCT_en_US(benchmark::State& state) { run(state, "en_US", U"NLPCT", UNUM_PERCENT, true); }
-// The renderer's own share: NLNUM de_DE with the integer stand-in as the kernel formatter.
-void BM_NLNUM_de_DE_integer_kernel(benchmark::State& state) {
-    run(state, "de_DE", U"NLNUM", UNUM_DECIMAL, false, true);
-}
-
 BENCHMARK(BM_NLNUM_de_DE)->UseManualTime();
 BENCHMARK(BM_NLNUM_en_US)->UseManualTime();
 BENCHMARK(BM_NLPCT_en_US)->UseManualTime();
-BENCHMARK(BM_NLNUM_de_DE_integer_kernel)->UseManualTime();
 
 }  // namespace
 

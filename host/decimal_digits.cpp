@@ -11,36 +11,10 @@ namespace {
 
 using u128 = unsigned __int128;
 
-constexpr std::uint64_t powers_of_ten[20] = {1ull,
-                                             10ull,
-                                             100ull,
-                                             1000ull,
-                                             10000ull,
-                                             100000ull,
-                                             1000000ull,
-                                             10000000ull,
-                                             100000000ull,
-                                             1000000000ull,
-                                             10000000000ull,
-                                             100000000000ull,
-                                             1000000000000ull,
-                                             10000000000000ull,
-                                             100000000000000ull,
-                                             1000000000000000ull,
-                                             10000000000000000ull,
-                                             100000000000000000ull,
-                                             1000000000000000000ull,
-                                             10000000000000000000ull};
-
 constexpr char digit_pairs[201] =
     "00010203040506070809101112131415161718192021222324252627282930313233343536373839"
     "40414243444546474849505152535455565758596061626364656667686970717273747576777879"
     "8081828384858687888990919293949596979899";
-
-int count_digits(std::uint64_t q) {
-    const int guess = (static_cast<int>(std::bit_width(q | 1)) * 1233) >> 12;  // log10 from log2
-    return guess + (q >= powers_of_ten[guess] ? 1 : 0);
-}
 
 // Writes q with at least `decimals` + 1 digits and a point before the last `decimals`, right to
 // left straight into `out`, two digits per division. Straight in: a wide copy of bytes just
@@ -110,6 +84,14 @@ bool scaled_fast(Binary b, int decimals, std::uint64_t& q) {
 }
 
 }  // namespace
+
+bool scaled_by_power_of_ten(double a, int decimals, std::uint64_t& q) {
+    if (a == 0) {
+        q = 0;
+        return true;
+    }
+    return std::isfinite(a) && scaled_fast(binary_of(a), decimals, q);
+}
 
 void exact_decimal(double a, ExactDecimal& out) {
     if (a == 0) {

@@ -9,6 +9,7 @@
  */
 #pragma once
 
+#include <bit>
 #include <cstdint>
 
 namespace vxhost {
@@ -36,5 +37,40 @@ void round_digits(ExactDecimal& x, int keep);
 // Fixed-point text of |a| (finite) with `decimals` digits after the point (0 to
 // max_fixed_decimals; no point when 0), half away from zero. Returns the length; no sign.
 int fixed_digits(double a, int decimals, char* out);
+
+// q = |a| x 10^decimals rounded half away from zero (a >= 0), when a is finite, decimals is 0 to
+// 19 and q fits 64 bits; false otherwise (fixed_digits then knows the digits).
+bool scaled_by_power_of_ten(double a, int decimals, std::uint64_t& q);
+
+inline constexpr std::uint64_t powers_of_ten[20] = {1ull,
+                                                    10ull,
+                                                    100ull,
+                                                    1000ull,
+                                                    10000ull,
+                                                    100000ull,
+                                                    1000000ull,
+                                                    10000000ull,
+                                                    100000000ull,
+                                                    1000000000ull,
+                                                    10000000000ull,
+                                                    100000000000ull,
+                                                    1000000000000ull,
+                                                    10000000000000ull,
+                                                    100000000000000ull,
+                                                    1000000000000000ull,
+                                                    10000000000000000ull,
+                                                    100000000000000000ull,
+                                                    1000000000000000000ull,
+                                                    10000000000000000000ull};
+
+// Decimal digits of q (1 for 0).
+constexpr int count_digits(std::uint64_t q);
+
+// ---- Implementation -----------------------------------------------------------------------
+
+constexpr int count_digits(std::uint64_t q) {
+    const int guess = (static_cast<int>(std::bit_width(q | 1)) * 1233) >> 12;  // log10 from log2
+    return guess + (q >= powers_of_ten[guess] ? 1 : 0);
+}
 
 }  // namespace vxhost

@@ -8,6 +8,7 @@
 
 #include "calendar/missing_value.h"
 #include "decimal_digits.h"
+#include "wide_fixed_point.h"
 
 namespace vxhost {
 namespace {
@@ -197,10 +198,9 @@ status best_fit(double value, int width, Text& text) {
     return st::ok;
 }
 
-}  // namespace
-
-extern "C" status format_number(void*, double value, std::int32_t width, std::int32_t decimals, std::uint32_t mode,
-                                wchar* out, std::int32_t capacity, std::int32_t* length) {
+// Every request but the everyday one (format_number's).
+[[gnu::noinline]] status format_any(double value, std::int32_t width, std::int32_t decimals, std::uint32_t mode,
+                                    wchar* out, std::int32_t capacity, std::int32_t* length) {
     if (length) *length = 0;
     const bool grouped = (mode & mode_grouping_bit) != 0;
     const std::uint32_t style = mode & ~mode_grouping_bit;
@@ -243,6 +243,20 @@ extern "C" status format_number(void*, double value, std::int32_t width, std::in
     for (std::int32_t i = pad; i < cells; ++i) out[i] = static_cast<wchar>(text.cells[i - pad]);
     if (length) *length = cells;
     return result;
+}
+
+}  // namespace
+
+extern "C" status format_number(void*, double value, std::int32_t width, std::int32_t decimals, std::uint32_t mode,
+                                wchar* out, std::int32_t capacity, std::int32_t* length) {
+    // The everyday request first: plain fixed point that fits, written straight into the field
+    // (the same text as format_any's). Decimals above the width count as the width, as there.
+    if (mode == mode_fixed && out && width > 0 && width <= capacity &&
+        fixed_in_wide_field(value, std::clamp(decimals, 0, width), width, out)) {
+        if (length) *length = width;
+        return st::ok;
+    }
+    return format_any(value, width, decimals, mode, out, capacity, length);
 }
 
 extern "C" status text_to_integer(void*, const wchar* text, std::int32_t length, std::int64_t* value) {

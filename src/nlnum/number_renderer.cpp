@@ -8,14 +8,11 @@
 #include "frame/kernel.h"
 #include "frame/session_fit.h"
 #include "nlnum/number_styling.h"
+#include "nlnum/styled_field.h"
 
 namespace vxlocfmt::nlnum {
 namespace {
 
-// The kernel's rendering is requested into this many cells.
-constexpr std::int32_t kernel_cells = 256;
-// Plain fixed point: digits, an optional "-" and ".", "E" notation when the digits do not fit.
-constexpr std::uint32_t mode_fixed_point = 0x1000;
 // Bytes of the session-encoding conversion; the longest text to convert is 32 characters of at
 // most 4 bytes.
 constexpr std::int32_t converter_bytes = 200;
@@ -34,6 +31,14 @@ private:
     std::int32_t saved_;
 };
 
+// The kernel's text without the blanks around it.
+std::u32string_view kernel_text(const wchar* cells, std::int32_t length) {
+    std::int32_t from = 0, to = std::clamp(length, 0, kernel_cells);
+    while (from < to && cells[from] == U' ') ++from;
+    while (to > from && cells[to - 1] == U' ') --to;
+    return {cells + from, static_cast<std::size_t>(to - from)};
+}
+
 // One request to the kernel formatter: its text without the blanks around it, or false when
 // the attempt must end in the "*" fill (a failure status, or a shortened text that is starred or
 // longer than the call's field).
@@ -42,14 +47,11 @@ bool ask_kernel(void* locale, double value, std::int32_t width, std::int32_t dec
     std::int32_t length = field_length;
     const status code = kernel::slot<kernel::number_format_fn>(locale, kernel::locale_number_format_slot)(
         locale, value, width, decimals, mode_fixed_point, cells, kernel_cells, &length);
-    const std::int32_t produced = std::clamp(length, 0, kernel_cells);
-    std::int32_t from = 0, to = produced;
-    while (from < to && cells[from] == U' ') ++from;
-    while (to > from && cells[to - 1] == U' ') --to;
-    text = {cells + from, static_cast<std::size_t>(to - from)};
+    text = kernel_text(cells, length);
     if (code == st::ok) return true;
     if (code != st::number_shortened) return false;
     if (static_cast<std::int64_t>(field_length) < static_cast<std::int64_t>(text.size())) return false;
+    const std::int32_t produced = std::clamp(length, 0, kernel_cells);
     return std::find(cells, cells + produced, U'*') == cells + produced;
 }
 
@@ -58,27 +60,11 @@ std::int32_t converted_length(const FmtCall& call, const wchar* text, std::size_
     return session_byte_length(call, text, static_cast<std::int32_t>(count), converter_bytes);
 }
 
-}  // namespace
-
-std::int32_t zkfnum(std::uint32_t supported, FmtCall& call, const NumberConventions& c, const Instance& instance) {
-    if (supported == 0) return zkfnum_unsupported;
-    const std::int32_t w = call.width;
-    if (w <= 0) return zkfnum_done;
-    if (w > zkfnum_max_width) {
-        // Whatever the value: the widest styled number is 32.
-        call.width = zkfnum_max_width;
-        star_fill(call);
-        return zkfnum_done;
-    }
+// Every attempt of zkfnum, from the first, with the retry order: what the first attempt of
+// zkfnum does not take (byte mode, a text too wide, anything but plain fixed point).
+[[gnu::noinline]] std::int32_t render_retrying(FmtCall& call, const NumberConventions& c, const Instance& instance,
+                                               double value, std::int32_t w) {
     const DecimalsKept kept(call);
-    call.produced = w;
-    const double value = *static_cast<const double*>(call.input);
-    if (calendar::is_nan(value)) {
-        call.decimals = 0;
-        calendar::zfmmiss(call);
-        return zkfnum_done;
-    }
-
     const OutputField field = OutputField::of(call);
     const auto fail = [&] {
         field.fill(U'*');
@@ -97,11 +83,11 @@ std::int32_t zkfnum(std::uint32_t supported, FmtCall& call, const NumberConventi
     void* const locale = instance.fixed_locale ? instance.fixed_locale : call.number_format;
     if (!locale) return fail();
 
+    wchar plain_cells[kernel_cells];
     StyleState state;
     std::int32_t narrowing = 0;  // r: how much narrower than the width the kernel is asked
     bool leading_zero = false;
     std::int32_t m = 0;          // length of the last styled text
-    wchar plain_cells[kernel_cells];
     wchar styled[styled_cells];
     for (;;) {
         std::u32string_view plain;
@@ -149,6 +135,49 @@ std::int32_t zkfnum(std::uint32_t supported, FmtCall& call, const NumberConventi
             ++narrowing;
         }
     }
+}
+
+// zkfnum, with or without its everyday attempt.
+template <bool everyday>
+std::int32_t render(std::uint32_t supported, FmtCall& call, const NumberConventions& c, const Instance& instance) {
+    if (supported == 0) return zkfnum_unsupported;
+    const std::int32_t w = call.width;
+    if (w <= 0) return zkfnum_done;
+    if (w > zkfnum_max_width) {
+        // Whatever the value: the widest styled number is 32.
+        call.width = zkfnum_max_width;
+        star_fill(call);
+        return zkfnum_done;
+    }
+    call.produced = w;
+    const double value = *static_cast<const double*>(call.input);
+    if (calendar::is_nan(value)) {
+        const std::int32_t decimals = call.decimals;
+        call.decimals = 0;
+        calendar::zfmmiss(call);
+        call.decimals = decimals;
+        return zkfnum_done;
+    }
+    // The everyday call, wide and with room for the whole field: the first attempt asks the
+    // kernel as every attempt does and, when its text is plain fixed point at the decimals asked
+    // (what status 0 means) and fits styled, writes it straight into the field. The caller's
+    // decimals are not touched on this way.
+    void* const locale = instance.fixed_locale ? instance.fixed_locale : call.number_format;
+    if (everyday && call.byte_mode == 0 && call.capacity >= w && c.decimal_point[0] != 0 && locale && call.output &&
+        first_attempt(locale, value, w, std::clamp(call.decimals, 0, w), call.capacity, c, static_cast<wchar*>(call.output)))
+        return zkfnum_done;
+    return render_retrying(call, c, instance, value, w);
+}
+
+}  // namespace
+
+std::int32_t zkfnum(std::uint32_t supported, FmtCall& call, const NumberConventions& c, const Instance& instance) {
+    return render<true>(supported, call, c, instance);
+}
+
+std::int32_t detail::zkfnum_retrying(std::uint32_t supported, FmtCall& call, const NumberConventions& c,
+                                     const Instance& instance) {
+    return render<false>(supported, call, c, instance);
 }
 
 }  // namespace vxlocfmt::nlnum

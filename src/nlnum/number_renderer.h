@@ -36,6 +36,13 @@ inline constexpr std::int32_t zkfnum_max_width = 32;
 std::int32_t zkfnum(std::uint32_t supported, FmtCall& call, const NumberConventions& conventions,
                     const Instance& instance);
 
+namespace detail {
+// zkfnum without its everyday attempt (styled_field.h): every attempt through the retry loop.
+// The two write the same; a test holds them to it.
+std::int32_t zkfnum_retrying(std::uint32_t supported, FmtCall& call, const NumberConventions& conventions,
+                             const Instance& instance);
+}  // namespace detail
+
 // The supported flag of a record: the low 32 bits of its key property's length.
 inline std::uint32_t supported_flag(const PropertyCache& table, std::size_t key);
 // The record hung on a key property (170, 171, 183 to 186), or null on any other property.

@@ -55,8 +55,9 @@ public:
     Renderer() : locale_(vxhost::LocaleObject::create("en_US")), instance_(std::make_unique<vxlocfmt::Instance>()) {}
     ~Renderer() { locale_->release(); }
 
+    // everyday = false: zkfnum without its one-pass first attempt (the retry loop alone).
     std::int32_t run(const NumberConventions& c, double value, std::int32_t width, std::int32_t decimals,
-                     std::uint32_t supported = 1, std::int32_t capacity = -1) {
+                     std::uint32_t supported = 1, std::int32_t capacity = -1, bool everyday = true) {
         value_ = value;
         const auto cells = static_cast<std::size_t>(std::max(capacity >= 0 ? capacity : width, 0));
         cells_.assign(cells + 2 * guard_cells, guard);
@@ -68,7 +69,8 @@ public:
         call_.capacity = static_cast<std::int32_t>(cells);
         call_.produced = -1;
         call_.number_format = locale_;
-        return vxlocfmt::nlnum::zkfnum(supported, call_, c, *instance_);
+        return everyday ? vxlocfmt::nlnum::zkfnum(supported, call_, c, *instance_)
+                        : vxlocfmt::nlnum::detail::zkfnum_retrying(supported, call_, c, *instance_);
     }
     // The produced cells.
     std::u32string text() const {
@@ -84,6 +86,8 @@ public:
                std::all_of(cells_.end() - guard_cells, cells_.end(), [](wchar c) { return c == guard; });
     }
     const vxlocfmt::FmtCall& call() const { return call_; }
+    // Every cell, guards included.
+    const std::vector<wchar>& cells() const { return cells_; }
 
 private:
     vxhost::LocaleObject* locale_;

@@ -77,6 +77,16 @@ TEST(NumberFormatter, FixedPointMatchesExactExpansion) {
         if (i % 8 == 0) {
             ASSERT_EQ(render(value, 1000, decimals, vxhost::mode_grouped).text, grouped(expected)) << value;
         }
+        if (i % 8 == 4 && expected.size() <= 40) {
+            // A field just wide enough takes the text as it is; one cell less shortens it.
+            const auto width = static_cast<int>(expected.size());
+            const Rendered exact = render(value, width, decimals, vxhost::mode_fixed);
+            ASSERT_EQ(exact.text, expected) << value << " at width " << width;
+            ASSERT_EQ(exact.code, 0u);
+            if (width > 1) {
+                ASSERT_EQ(render(value, width - 1, decimals, vxhost::mode_fixed).code, st::number_shortened) << value;
+            }
+        }
     }
 }
 
