@@ -2,8 +2,9 @@
  * The ANYDATE rows a text can possibly be read by, as a set of row numbers in table order. The
  * rules only rule out rows that would fail anyway (length bounds, the colon rule for time rows,
  * the class of the first and of the last character, word fields that need letters or marks the text lacks, month
- * and weekday names without a run of three letters, fewer digits or marks than the fields take; the four-digit-year retry without a run of
- * five digits, or four in an all-digit text), so
+ * and weekday names without a run of three letters, fewer digits or marks than the fields take,
+ * more runs of digits, letters and marks than the fields and literals can start; the
+ * four-digit-year retry without a run of five digits, or four in an all-digit text), so
  * walking the set in order gives the same first match as walking every row.
  *
  *   row_set rows = candidate_rows(text, traits_of(text));
@@ -28,6 +29,7 @@ struct row_set {
     std::uint64_t word[2] = {0, 0};
 
     constexpr void add(std::size_t r) { word[r / 64] |= std::uint64_t{1} << (r % 64); }
+    constexpr void remove(std::size_t r) { word[r / 64] &= ~(std::uint64_t{1} << (r % 64)); }
     constexpr bool has(std::size_t r) const { return (word[r / 64] >> (r % 64)) & 1; }
     constexpr row_set operator&(const row_set& o) const { return {{word[0] & o.word[0], word[1] & o.word[1]}}; }
     constexpr row_set operator~() const { return {{~word[0], ~word[1]}}; }
@@ -46,11 +48,22 @@ struct text_traits {
     std::size_t longest_letter_run = 0;  // is_letter characters in a row
     std::size_t longest_digit_run = 0;
     std::size_t digits = 0, marks = 0;
+    // Maximal runs of digits, of letters and of marks (is_mark: blanks included), and the
+    // commas and points, each of which stands alone; a run of blanks at the very start is not
+    // counted (it is "%P"'s).
+    std::size_t digit_runs = 0, letter_runs = 0, mark_runs = 0, commas = 0, points = 0;
 };
 text_traits traits_of(std::u32string_view text);
 
 // The rows that may read `text` (prepared: no leading or trailing blanks).
 row_set candidate_rows(std::u32string_view text, const text_traits& traits);
+
+// Whether row r has enough consumers for the first characters of the text's runs. Reading must
+// consume the whole text (an ANYDATE pattern has no literal blank to end early on), and each
+// run's first character is consumed by a consumer that can start at most: a literal one run of
+// any class or a comma or point; a numeric field one run of digits ("%S" two, and the point of
+// its fraction); a letter word one run of letters; a mark word one run of marks.
+constexpr bool runs_fit(std::size_t r, const text_traits& traits);
 
 // Whether the driver's four-digit retry of a row can read otherwise than its first try: "%Y"
 // takes exactly four digits where "%y" took two (all-digit text) or the whole run of digits, so
@@ -118,20 +131,39 @@ static_assert(by_length[longest_anydate_text].has(53) && by_length[longest_anyda
 
 }  // namespace detail
 
+constexpr bool runs_fit(std::size_t r, const text_traits& t) {
+    const row_facts& f = template_facts[r];
+    const auto beyond = [](std::size_t runs, std::size_t consumers) { return runs > consumers ? runs - consumers : 0; };
+    const std::size_t left = beyond(t.digit_runs, std::size_t{f.numeric_fields} + f.seconds_fields) +
+                             beyond(t.letter_runs, f.letter_words) + beyond(t.mark_runs, f.mark_words) + t.commas +
+                             beyond(t.points, f.seconds_fields);
+    return left <= f.literals;
+}
+
 inline text_traits traits_of(std::u32string_view text) {
     text_traits t;
     std::size_t letters = 0, digits = 0;
+    enum class run : std::uint8_t { none, digit, letter, mark, single } last = run::none;
     for (const wchar c : text) {
         t.colon |= c == U':';
-        const bool l = is_letter(c), d = c >= U'0' && c <= U'9';
+        const bool l = is_letter(c), d = c >= U'0' && c <= U'9', m = is_mark(c);
         t.letter |= l;
-        t.mark |= is_mark(c);
+        t.mark |= m;
         t.digits += d;
-        t.marks += is_mark(c);
+        t.marks += m;
         letters = l ? letters + 1 : 0;
         digits = d ? digits + 1 : 0;
         t.longest_letter_run = letters > t.longest_letter_run ? letters : t.longest_letter_run;
         t.longest_digit_run = digits > t.longest_digit_run ? digits : t.longest_digit_run;
+        const run now = d ? run::digit : l ? run::letter : m ? run::mark : run::single;
+        if (now != last || now == run::single) {
+            t.digit_runs += d;
+            t.letter_runs += l;
+            t.mark_runs += m && !(last == run::none && c == U' ');
+            t.commas += c == U',';
+            t.points += c == U'.';
+        }
+        last = now;
     }
     return t;
 }
@@ -152,6 +184,8 @@ inline row_set candidate_rows(std::u32string_view text, const text_traits& trait
     const wchar cn = text.back();
     if (!(cn >= U'0' && cn <= U'9')) rows = rows & ~digit_last_rows;
     if (!is_letter(cn)) rows = rows & ~letter_last_rows;
+    for (std::size_t r = rows.first(); r < anydate_row_count; r = rows.next(r))
+        if (!runs_fit(r, traits)) rows.remove(r);
     return rows;
 }
 

@@ -42,6 +42,14 @@ struct row_facts {
     // ("%c", "%C", "%G" one each): a text with fewer cannot be read.
     std::uint8_t min_digits;
     std::uint8_t min_marks;
+    // What consumes the first character of a run of the text (digits, letters, marks; see
+    // anydate_index.h): literals (any one character), numeric fields (one run of digits; "%S"
+    // with its fraction two, and the point), letter words, mark words.
+    std::uint8_t literals;
+    std::uint8_t numeric_fields;
+    std::uint8_t seconds_fields;
+    std::uint8_t letter_words;
+    std::uint8_t mark_words;
 };
 
 inline constexpr std::size_t max_name_length = 16;
@@ -106,6 +114,7 @@ constexpr row_facts facts_of(const template_row& row) {
     for (std::size_t i = 0; i < pattern.size();) {
         if (pattern[i] != U'%') {
             blank_literal |= pattern[i] == U' ';
+            ++f.literals;
             f.last = first_need::anything;
             ++i;
             if (!first_seen) { first_seen = true; f.first = first_need::anything; }
@@ -122,6 +131,10 @@ constexpr row_facts facts_of(const template_row& row) {
         f.needs_name |= d == U'b' || d == U'B' || d == U'a' || d == U'A';
         f.min_digits = static_cast<std::uint8_t>(f.min_digits + (d == U'Y' ? 4 : is_numeric_directive(d) ? 1 : 0));
         f.min_marks = static_cast<std::uint8_t>(f.min_marks + (is_mark_word_directive(d) ? 1 : 0));
+        f.numeric_fields = static_cast<std::uint8_t>(f.numeric_fields + (is_numeric_directive(d) ? 1 : 0));
+        f.seconds_fields = static_cast<std::uint8_t>(f.seconds_fields + (d == U'S' ? 1 : 0));
+        f.letter_words = static_cast<std::uint8_t>(f.letter_words + (is_letter_word_directive(d) ? 1 : 0));
+        f.mark_words = static_cast<std::uint8_t>(f.mark_words + (is_mark_word_directive(d) ? 1 : 0));
         f.last = is_numeric_directive(d) ? first_need::digit
                  : is_letter_word_directive(d) ? first_need::letter
                                                 : first_need::anything;
@@ -185,6 +198,8 @@ static_assert(template_facts[0].first == first_need::digit && template_facts[34]
 static_assert(template_facts[65].min_digits == 6 && template_facts[74].min_digits == 6 && template_facts[34].min_marks == 6);
 static_assert(template_facts[23].last == first_need::letter && template_facts[66].last == first_need::anything);
 static_assert(template_facts[127].last == first_need::anything && template_facts[31].last == first_need::digit);
+static_assert(template_facts[65].literals == 5 && template_facts[65].numeric_fields == 6 &&
+              template_facts[41].letter_words == 1 && template_facts[41].mark_words == 2 && template_facts[41].literals == 1);
 static_assert(template_facts[65].has_seconds && template_facts[65].has_two_digit_year);
 static_assert(template_facts[85].local_zone && !template_facts[93].local_zone);
 static_assert(same_name(vxfmt_templates[anydate_row_count - 1].name, U"ANYDATE") &&
