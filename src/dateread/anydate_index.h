@@ -125,6 +125,27 @@ constexpr std::array<row_set, count_steps> rows_needing_at_most(bool marks) {
 }
 inline constexpr auto digits_at_most = rows_needing_at_most(false);
 inline constexpr auto marks_at_most = rows_needing_at_most(true);
+// Rows whose consumers of one class (its fields and all the literals) can start k runs of that
+// class: each alone is a weaker form of runs_fit, a set per count.
+enum class run_kind : std::uint8_t { digit, letter, mark, single };
+constexpr std::size_t run_consumers(std::size_t r, run_kind k) {
+    const row_facts& f = template_facts[r];
+    const std::size_t own = k == run_kind::digit    ? std::size_t{f.numeric_fields} + f.seconds_fields
+                            : k == run_kind::letter ? f.letter_words
+                            : k == run_kind::mark   ? f.mark_words
+                                                    : f.seconds_fields;  // commas none, points the fractions
+    return own + f.literals;
+}
+constexpr std::array<row_set, count_steps> rows_starting_runs(run_kind k) {
+    std::array<row_set, count_steps> by{};
+    for (std::size_t n = 0; n < count_steps; ++n)
+        by[n] = rows_where([n, k](std::size_t r) { return run_consumers(r, k) >= n; });  // the last: n or more
+    return by;
+}
+inline constexpr auto digit_runs_at_most = rows_starting_runs(run_kind::digit);
+inline constexpr auto letter_runs_at_most = rows_starting_runs(run_kind::letter);
+inline constexpr auto mark_runs_at_most = rows_starting_runs(run_kind::mark);
+inline constexpr auto singles_at_most = rows_starting_runs(run_kind::single);  // commas and points
 inline constexpr row_set name_rows = rows_where([](std::size_t r) { return template_facts[r].needs_name; });
 
 static_assert(by_length[longest_anydate_text].has(53) && by_length[longest_anydate_text + 1].first() == anydate_row_count);
@@ -140,31 +161,54 @@ constexpr bool runs_fit(std::size_t r, const text_traits& t) {
     return left <= f.literals;
 }
 
+namespace detail {
+
+// A character's class for the traits, by table for ASCII.
+enum char_class : std::uint8_t { digit_class, letter_class, mark_class, comma_class, point_class };
+constexpr char_class class_of_char(wchar c) {
+    return c >= U'0' && c <= U'9' ? digit_class
+           : is_letter(c)        ? letter_class
+           : c == U','           ? comma_class
+           : c == U'.'           ? point_class
+                                 : mark_class;
+}
+constexpr std::array<char_class, 128> ascii_classes = [] {
+    std::array<char_class, 128> a{};
+    for (wchar c = 0; c < 128; ++c) a[c] = class_of_char(c);
+    return a;
+}();
+
+}  // namespace detail
+
 inline text_traits traits_of(std::u32string_view text) {
+    using namespace detail;
     text_traits t;
-    std::size_t letters = 0, digits = 0;
-    enum class run : std::uint8_t { none, digit, letter, mark, single } last = run::none;
+    std::size_t counts[5] = {0, 0, 0, 0, 0};  // characters by class
+    std::size_t runs[5] = {0, 0, 0, 0, 0};    // runs by class; commas and points each their own
+    std::size_t run_length = 0;
+    int last = -1;
     for (const wchar c : text) {
+        const char_class k = c < 128 ? ascii_classes[c] : class_of_char(c);
         t.colon |= c == U':';
-        const bool l = is_letter(c), d = c >= U'0' && c <= U'9', m = is_mark(c);
-        t.letter |= l;
-        t.mark |= m;
-        t.digits += d;
-        t.marks += m;
-        letters = l ? letters + 1 : 0;
-        digits = d ? digits + 1 : 0;
-        t.longest_letter_run = letters > t.longest_letter_run ? letters : t.longest_letter_run;
-        t.longest_digit_run = digits > t.longest_digit_run ? digits : t.longest_digit_run;
-        const run now = d ? run::digit : l ? run::letter : m ? run::mark : run::single;
-        if (now != last || now == run::single) {
-            t.digit_runs += d;
-            t.letter_runs += l;
-            t.mark_runs += m && !(last == run::none && c == U' ');
-            t.commas += c == U',';
-            t.points += c == U'.';
+        ++counts[k];
+        if (k != last || k >= comma_class) {
+            ++runs[k];
+            run_length = 0;
         }
-        last = now;
+        ++run_length;
+        if (k == digit_class && run_length > t.longest_digit_run) t.longest_digit_run = run_length;
+        if (k == letter_class && run_length > t.longest_letter_run) t.longest_letter_run = run_length;
+        last = k;
     }
+    t.letter = counts[letter_class] > 0;
+    t.mark = counts[mark_class] > 0;
+    t.digits = counts[digit_class];
+    t.marks = counts[mark_class];
+    t.digit_runs = runs[digit_class];
+    t.letter_runs = runs[letter_class];
+    t.mark_runs = runs[mark_class] - (!text.empty() && text[0] == U' ' ? 1 : 0);  // "%P" takes a leading blank run
+    t.commas = runs[comma_class];
+    t.points = runs[point_class];
     return t;
 }
 
@@ -184,6 +228,9 @@ inline row_set candidate_rows(std::u32string_view text, const text_traits& trait
     const wchar cn = text.back();
     if (!(cn >= U'0' && cn <= U'9')) rows = rows & ~digit_last_rows;
     if (!is_letter(cn)) rows = rows & ~letter_last_rows;
+    const auto step = [](std::size_t n) { return n < count_steps ? n : count_steps - 1; };
+    rows = rows & digit_runs_at_most[step(traits.digit_runs)] & letter_runs_at_most[step(traits.letter_runs)] &
+           mark_runs_at_most[step(traits.mark_runs)] & singles_at_most[step(traits.commas + traits.points)];
     for (std::size_t r = rows.first(); r < anydate_row_count; r = rows.next(r))
         if (!runs_fit(r, traits)) rows.remove(r);
     return rows;

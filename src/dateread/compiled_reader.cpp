@@ -6,6 +6,9 @@
 namespace vxlocfmt::dateread {
 namespace {
 
+// What "%c" and "%C" accept in their run of marks, as read_word_field does.
+constexpr bool is_separator(wchar c) { return c == U'/' || c == U'-' || c == U':' || c == U' '; }
+
 std::int64_t& target_of(read_slots& s, std::uint8_t target) {
     return target == zone_hour_target ? s.zone_hour : target == zone_minute_target ? s.zone_minute : s.field[target];
 }
@@ -55,6 +58,13 @@ bool read_compiled(const compiled_pattern& program, std::u32string_view text, bo
             read_fraction(text, t, s.fraction);
             break;
         case op_code::word: {
+            if (op.directive == U'c' || op.directive == U'C') {  // the common separator, inline
+                const std::size_t start = t;
+                for (; t < n && is_mark(text[t]); ++t)
+                    if (!is_separator(text[t])) return false;
+                if (t == start) return false;
+                continue;
+            }
             bool in_zone = false;  // the targets after "%G" were settled when compiling
             if (!read_word_field(op.directive, text, t, s, in_zone)) return false;
             continue;

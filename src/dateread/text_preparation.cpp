@@ -25,6 +25,17 @@ std::size_t squeeze_pass(wchar* s, std::size_t n) {
     return out;
 }
 
+// Whether the passes or the trim would change the text: a blank at either end, or a blank after
+// a blank or a separator. Without one, the first pass deletes nothing and the second sees the
+// same text.
+bool needs_squeeze(std::u32string_view text) {
+    if (text.empty()) return false;
+    if (text.front() == U' ' || text.back() == U' ') return true;
+    for (std::size_t i = 1; i < text.size(); ++i)
+        if (text[i] == U' ' && is_squeeze_trigger(text[i - 1])) return true;
+    return false;
+}
+
 }  // namespace
 
 bool is_all_digit(std::u32string_view text) {
@@ -46,7 +57,7 @@ bool is_all_digit(std::u32string_view text) {
 void prepare_text(std::u32string_view text, std::size_t limit, bool odd_zero, prepared_text& out) {
     limit = std::min(limit, anydate_text_limit);
     const std::u32string_view used = text.substr(0, std::min(text.size(), limit));
-    if (used.find(U' ') == std::u32string_view::npos) {  // nothing to squeeze or trim: no copy
+    if (!needs_squeeze(used)) {  // the passes would change nothing: no copy
         out.data = used.data();
         out.length = used.size();
         out.all_digit = is_all_digit(used);

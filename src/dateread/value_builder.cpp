@@ -22,6 +22,10 @@ std::int64_t calendar_year(std::int64_t y) {
     return y >= calendar::first_year && y <= calendar::last_year ? y : -1;
 }
 
+// Days before each month of a common year; a leap year adds one from March on.
+constexpr std::int32_t days_before_common_month[12] = {0, 31, 59, 90, 120, 151, 181, 212, 243, 273, 304, 334};
+static_assert(days_before_common_month[11] == calendar::days_before_month(1961, 12));
+
 }  // namespace
 
 double date_of(const read_slots& s) {
@@ -43,7 +47,8 @@ double date_of(const read_slots& s) {
     const std::int64_t cy = calendar_year(y);
     const auto month_number = static_cast<std::int32_t>(m);
     if (cy < 0 || d > calendar::month_length(cy, month_number)) return calendar::missing_value();
-    return as_double(calendar::day_from_ordinal(cy, calendar::days_before_month(cy, month_number) + d));
+    const std::int32_t before = days_before_common_month[month_number - 1] + (month_number > 2 && calendar::is_leap_year(cy) ? 1 : 0);
+    return as_double(calendar::day_from_ordinal(cy, before + d));
 }
 
 double time_of(const read_slots& s, bool local_zone) {
