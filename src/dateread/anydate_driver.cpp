@@ -18,7 +18,7 @@ namespace {
 // compiled program reads, or (`compiled` off, the plain walk) the pattern text itself.
 double try_row(std::size_t r, std::u32string_view text, bool all_digit, bool four_digit_year, bool compiled) {
     read_slots slots;
-    const bool read = compiled ? read_compiled(compiled_rows[r], text, all_digit, four_digit_year, slots)
+    const bool read = compiled ? read_compiled(r, text, all_digit, four_digit_year, slots)
                                : read_pattern(pattern_view(r), text, all_digit, four_digit_year, slots);
     if (!read) return calendar::missing_value();
     std::int32_t status_word = 0;

@@ -8,7 +8,7 @@
  * `read_pattern` reads the pattern text; the tests compare the two on every row.
  *
  *   read_slots s;
- *   bool ok = read_compiled(compiled_rows[65], U"2020-03-04T10:30:00", false, false, s);
+ *   bool ok = read_compiled(65, U"2020-03-04T10:30:00", false, false, s);
  */
 #pragma once
 
@@ -59,9 +59,9 @@ struct compiled_pattern {
 // Compiles one pattern; fields past max_ops or a literal run past 8 are refused at compile time.
 constexpr compiled_pattern compile_pattern(std::u32string_view pattern);
 
-// Reads a prepared text with a compiled pattern; the same answer and slots as read_pattern.
-bool read_compiled(const compiled_pattern& program, std::u32string_view text, bool all_digit, bool four_digit_year,
-                   read_slots& slots);
+// Reads a prepared text with table row `row`'s compiled program (compiled_reader.cpp makes it
+// code); the same answer and slots as read_pattern on the row's pattern.
+bool read_compiled(std::size_t row, std::u32string_view text, bool all_digit, bool four_digit_year, read_slots& slots);
 
 // ---- Implementation -----------------------------------------------------------------------
 

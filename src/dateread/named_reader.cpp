@@ -76,7 +76,7 @@ status read_named(std::u32string_view name, const template_row* given, std::u32s
         *result = calendar::missing_value();
         *status_word = 0;
         read_slots slots;
-        if (!read_compiled(compiled_rows[r], t, all_digit, false, slots)) continue;
+        if (!read_compiled(r, t, all_digit, false, slots)) continue;
         *result = build_value(slots, template_facts[r].kind, template_facts[r].local_zone, *status_word);
         if (row_read) *row_read = static_cast<std::int32_t>(r);
         return st::ok;
