@@ -58,6 +58,7 @@ inline constexpr std::size_t max_name_length = 16;
 struct name_group {
     std::u32string_view name;
     std::uint16_t first, end;
+    bool odd_zero;  // YYMMDD, DDMMYY, MMDDYY: the leading "0" and the 8-digit skip
 };
 inline constexpr std::size_t name_group_count = 36;
 
@@ -165,7 +166,8 @@ constexpr std::array<name_group, name_group_count> all_groups() {
             continue;
         }
         if (g == name_group_count) throw "more names than name_group_count";  // not a constant expression
-        groups[g++] = {name, static_cast<std::uint16_t>(r), static_cast<std::uint16_t>(r + 1)};
+        const bool odd_zero = name == U"YYMMDD" || name == U"DDMMYY" || name == U"MMDDYY";
+        groups[g++] = {name, static_cast<std::uint16_t>(r), static_cast<std::uint16_t>(r + 1), odd_zero};
     }
     if (g != name_group_count) throw "fewer names than name_group_count";
     return groups;
@@ -177,11 +179,51 @@ inline constexpr std::array<row_facts, template_count> template_facts = detail::
 // Every name once, with its rows; DUMMY last.
 inline constexpr std::array<name_group, name_group_count> name_groups = detail::all_groups();
 
-constexpr const name_group* find_name_group(std::u32string_view name) {
-    for (const name_group& g : name_groups)
-        if (g.name == name) return &g;
-    return nullptr;
+namespace detail {
+
+// The name's length, first and last two characters in one word; every name of the table has
+// its own (checked below), so a name is found by one probe of a small perfect hash.
+constexpr std::uint32_t name_key(std::u32string_view name) {
+    const std::size_t n = name.size();
+    if (n < 2) return n == 1 ? 0x100u | (name[0] & 0xFFu) : 0;
+    return static_cast<std::uint32_t>(n) ^ ((name[0] & 0xFFu) << 8) ^ ((name[n - 2] & 0xFFu) << 16) ^
+           ((name[n - 1] & 0xFFu) << 24);
 }
+inline constexpr std::size_t name_slot_bits = 8;
+constexpr std::size_t name_slot(std::uint32_t key, std::uint32_t multiplier) {
+    return (key * multiplier) >> (32 - name_slot_bits);
+}
+// Group number + 1 by slot, 0 for none; the multiplier is the first odd one without collisions.
+struct name_hash {
+    std::uint32_t multiplier = 0;
+    std::array<std::uint8_t, std::size_t{1} << name_slot_bits> group_of_slot{};
+};
+constexpr name_hash make_name_hash() {
+    for (std::uint32_t m = 0x9E3779B1u;; m += 2) {
+        name_hash h{m, {}};
+        bool clash = false;
+        for (std::size_t g = 0; g < name_group_count && !clash; ++g) {
+            std::uint8_t& slot = h.group_of_slot[name_slot(name_key(name_groups[g].name), m)];
+            clash = slot != 0;
+            slot = static_cast<std::uint8_t>(g + 1);
+        }
+        if (!clash) return h;
+    }
+}
+inline constexpr name_hash name_lookup = make_name_hash();
+
+}  // namespace detail
+
+constexpr const name_group* find_name_group(std::u32string_view name) {
+    const std::uint8_t g = detail::name_lookup.group_of_slot[detail::name_slot(detail::name_key(name), detail::name_lookup.multiplier)];
+    return g != 0 && name_groups[g - 1].name == name ? &name_groups[g - 1] : nullptr;
+}
+static_assert([] {
+    for (const name_group& g : name_groups)
+        if (find_name_group(g.name) != &g) return false;
+    return !find_name_group(U"") && !find_name_group(U"B8601D") && !find_name_group(U"b8601DA");
+}());
+
 constexpr std::u32string_view pattern_view(std::size_t row) {
     return {vxfmt_templates[row].pattern, template_facts[row].pattern_length};
 }

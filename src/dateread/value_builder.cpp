@@ -26,6 +26,16 @@ std::int64_t calendar_year(std::int64_t y) {
 constexpr std::int32_t days_before_common_month[12] = {0, 31, 59, 90, 120, 151, 181, 212, 243, 273, 304, 334};
 static_assert(days_before_common_month[11] == calendar::days_before_month(1961, 12));
 
+// day_from_ordinal for the calendar's years ([1582, 20000]), where every quotient is positive
+// and the divisions need no floor correction.
+constexpr std::int64_t day_of(std::int64_t year, std::int64_t day_of_year) {
+    const auto p = static_cast<std::uint64_t>(year - 1);  // [1581, 19999]
+    const auto leap_days = static_cast<std::int64_t>(p / 4 - p / 100 + p / 400 - p / 4000);
+    return 365 * year + leap_days + day_of_year - calendar::day_count_of_epoch;
+}
+static_assert(day_of(1582, 1) == calendar::day_from_ordinal(1582, 1) && day_of(20000, 366) == calendar::day_from_ordinal(20000, 366));
+static_assert(day_of(1960, 1) == 0 && day_of(4001, 1) == calendar::day_from_ordinal(4001, 1));
+
 }  // namespace
 
 double date_of(const read_slots& s) {
@@ -36,7 +46,7 @@ double date_of(const read_slots& s) {
         // A day of year of 0 or past the year's end is refused, as the Julian conversion does.
         const std::int64_t cy = calendar_year(y);
         if (cy < 0 || j < 1 || j > 365 + (calendar::is_leap_year(cy) ? 1 : 0)) return calendar::missing_value();
-        return as_double(calendar::day_from_ordinal(cy, j));
+        return as_double(day_of(cy, j));
     }
     std::int64_t m = s.field[month];
     if (has(s.field[quarter])) m = 3 * s.field[quarter] - 2;
@@ -48,7 +58,7 @@ double date_of(const read_slots& s) {
     const auto month_number = static_cast<std::int32_t>(m);
     if (cy < 0 || d > calendar::month_length(cy, month_number)) return calendar::missing_value();
     const std::int32_t before = days_before_common_month[month_number - 1] + (month_number > 2 && calendar::is_leap_year(cy) ? 1 : 0);
-    return as_double(calendar::day_from_ordinal(cy, before + d));
+    return as_double(day_of(cy, before + d));
 }
 
 double time_of(const read_slots& s, bool local_zone) {
