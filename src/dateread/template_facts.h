@@ -10,7 +10,9 @@
 
 #include <array>
 #include <cstdint>
+#include <cstring>
 #include <string_view>
+#include <type_traits>
 
 #include "dateread/template_table.h"
 
@@ -214,9 +216,29 @@ inline constexpr name_hash name_lookup = make_name_hash();
 
 }  // namespace detail
 
+namespace detail {
+// Equal texts of one length, compared two characters a word (the names are short).
+constexpr bool same_chars(const wchar* a, const wchar* b, std::size_t n) {
+    std::size_t i = 0;
+    if (!std::is_constant_evaluated()) {
+        for (; i + 2 <= n; i += 2) {
+            std::uint64_t x, y;
+            std::memcpy(&x, a + i, sizeof x);
+            std::memcpy(&y, b + i, sizeof y);
+            if (x != y) return false;
+        }
+    }
+    for (; i < n; ++i)
+        if (a[i] != b[i]) return false;
+    return true;
+}
+}  // namespace detail
+
 constexpr const name_group* find_name_group(std::u32string_view name) {
     const std::uint8_t g = detail::name_lookup.group_of_slot[detail::name_slot(detail::name_key(name), detail::name_lookup.multiplier)];
-    return g != 0 && name_groups[g - 1].name == name ? &name_groups[g - 1] : nullptr;
+    if (g == 0) return nullptr;
+    const name_group& found = name_groups[g - 1];
+    return found.name.size() == name.size() && detail::same_chars(found.name.data(), name.data(), name.size()) ? &found : nullptr;
 }
 static_assert([] {
     for (const name_group& g : name_groups)
