@@ -57,7 +57,7 @@ anydate_answer read_anydate(std::u32string_view text, bool use_index) {
         const row_set rows = candidate_rows(t.view(), traits);
         const bool retry = retry_may_differ(traits, t.all_digit);
         for (std::size_t r = rows.first(); r < anydate_row_count; r = rows.next(r))
-            if (try_with_retry(r, t, retry, true, answer)) return answer;
+            if (runs_fit(r, traits) && try_with_retry(r, t, retry, true, answer)) return answer;
         return answer;
     }
     const bool colon = t.view().find(U':') != std::u32string_view::npos;

@@ -7,8 +7,10 @@
  * four-digit-year retry without a run of five digits, or four in an all-digit text), so
  * walking the set in order gives the same first match as walking every row.
  *
- *   row_set rows = candidate_rows(text, traits_of(text));
- *   for (std::size_t r = rows.first(); r < anydate_row_count; r = rows.next(r)) ...
+ *   const text_traits traits = traits_of(text);
+ *   row_set rows = candidate_rows(text, traits);
+ *   for (std::size_t r = rows.first(); r < anydate_row_count; r = rows.next(r))
+ *       if (runs_fit(r, traits)) ...
  */
 #pragma once
 
@@ -55,7 +57,8 @@ struct text_traits {
 };
 text_traits traits_of(std::u32string_view text);
 
-// The rows that may read `text` (prepared: no leading or trailing blanks).
+// The rows that may read `text` (prepared: no leading or trailing blanks), by every rule but
+// runs_fit, which the walk checks row by row (rows past the first match are never checked).
 row_set candidate_rows(std::u32string_view text, const text_traits& traits);
 
 // Whether row r has enough consumers for the first characters of the text's runs. Reading must
@@ -231,9 +234,7 @@ inline row_set candidate_rows(std::u32string_view text, const text_traits& trait
     const auto step = [](std::size_t n) { return n < count_steps ? n : count_steps - 1; };
     rows = rows & digit_runs_at_most[step(traits.digit_runs)] & letter_runs_at_most[step(traits.letter_runs)] &
            mark_runs_at_most[step(traits.mark_runs)] & singles_at_most[step(traits.commas + traits.points)];
-    for (std::size_t r = rows.first(); r < anydate_row_count; r = rows.next(r))
-        if (!runs_fit(r, traits)) rows.remove(r);
-    return rows;
+    return rows;  // the caller checks runs_fit on the rows it reaches
 }
 
 }  // namespace vxlocfmt::dateread
