@@ -49,17 +49,28 @@ bool try_with_retry(std::size_t r, const prepared_text& t, bool retry, bool comp
 }  // namespace
 
 anydate_answer read_anydate(std::u32string_view text, bool use_index) {
-    prepared_text t;
-    prepare_text(text, anydate_text_limit, false, t);
     anydate_answer answer{calendar::missing_value(), -1, false};
+    prepared_text t;
     if (use_index) {
-        const text_traits traits = traits_of(t.view());
+        // The traits of the text as given tell whether preparing would change it; mostly it
+        // would not, and the text is read in place with one scan fewer.
+        const std::u32string_view used = text.substr(0, std::min(text.size(), anydate_text_limit));
+        text_traits traits = traits_of(used);
+        if (traits.squeeze) {
+            prepare_text(text, anydate_text_limit, false, t);
+            traits = traits_of(t.view());
+        } else {
+            t.data = used.data();
+            t.length = used.size();
+            t.all_digit = is_all_digit(used);
+        }
         const row_set rows = candidate_rows(t.view(), traits);
         const bool retry = retry_may_differ(traits, t.all_digit);
         for (std::size_t r = rows.first(); r < anydate_row_count; r = rows.next(r))
             if (runs_fit(r, traits) && try_with_retry(r, t, retry, true, answer)) return answer;
         return answer;
     }
+    prepare_text(text, anydate_text_limit, false, t);
     const bool colon = t.view().find(U':') != std::u32string_view::npos;
     for (std::size_t r = 0; r < anydate_row_count; ++r)
         if (admitted(r, t.length, colon) && try_with_retry(r, t, true, false, answer)) return answer;

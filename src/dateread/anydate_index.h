@@ -20,6 +20,7 @@
 #include <string_view>
 
 #include "dateread/template_facts.h"
+#include "dateread/text_preparation.h"
 #include "dateread/word_fields.h"
 
 namespace vxlocfmt::dateread {
@@ -54,6 +55,7 @@ struct text_traits {
     // commas and points, each of which stands alone; a run of blanks at the very start is not
     // counted (it is "%P"'s).
     std::size_t digit_runs = 0, letter_runs = 0, mark_runs = 0, commas = 0, points = 0;
+    bool squeeze = false;  // preparing would change the text (text_preparation.h's needs_squeeze)
 };
 text_traits traits_of(std::u32string_view text);
 
@@ -190,8 +192,11 @@ inline text_traits traits_of(std::u32string_view text) {
     std::size_t runs[5] = {0, 0, 0, 0, 0};    // runs by class; commas and points each their own
     std::size_t run_length = 0;
     int last = -1;
+    wchar before = 0;
     for (const wchar c : text) {
         const char_class k = c < 128 ? ascii_classes[c] : class_of_char(c);
+        t.squeeze |= c == U' ' && is_squeeze_trigger(before);
+        before = c;
         t.colon |= c == U':';
         ++counts[k];
         if (k != last || k >= comma_class) {
@@ -212,6 +217,7 @@ inline text_traits traits_of(std::u32string_view text) {
     t.mark_runs = runs[mark_class] - (!text.empty() && text[0] == U' ' ? 1 : 0);  // "%P" takes a leading blank run
     t.commas = runs[comma_class];
     t.points = runs[point_class];
+    t.squeeze |= !text.empty() && (text.front() == U' ' || text.back() == U' ');
     return t;
 }
 

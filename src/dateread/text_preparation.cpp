@@ -7,7 +7,6 @@ namespace vxlocfmt::dateread {
 namespace {
 
 constexpr bool is_digit(wchar c) { return c >= U'0' && c <= U'9'; }
-constexpr bool is_squeeze_trigger(wchar c) { return c == U' ' || c == U'-' || c == U'/' || c == U':'; }
 
 // One pass: drop the leading blanks, then every blank that follows a blank or a separator of the
 // text as it stood before the pass (the marks are taken first, then deleted).
@@ -25,9 +24,8 @@ std::size_t squeeze_pass(wchar* s, std::size_t n) {
     return out;
 }
 
-// Whether the passes or the trim would change the text: a blank at either end, or a blank after
-// a blank or a separator. Without one, the first pass deletes nothing and the second sees the
-// same text.
+}  // namespace
+
 bool needs_squeeze(std::u32string_view text) {
     if (text.empty()) return false;
     if (text.front() == U' ' || text.back() == U' ') return true;
@@ -35,8 +33,6 @@ bool needs_squeeze(std::u32string_view text) {
         if (text[i] == U' ' && is_squeeze_trigger(text[i - 1])) return true;
     return false;
 }
-
-}  // namespace
 
 bool is_all_digit(std::u32string_view text) {
     const std::size_t n = text.size();
