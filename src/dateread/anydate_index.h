@@ -168,18 +168,21 @@ constexpr bool runs_fit(std::size_t r, const text_traits& t) {
 
 namespace detail {
 
-// A character's class for the traits, by table for ASCII.
+// A character's class for the traits, and flags beside it, by table for ASCII.
 enum char_class : std::uint8_t { digit_class, letter_class, mark_class, comma_class, point_class };
-constexpr char_class class_of_char(wchar c) {
-    return c >= U'0' && c <= U'9' ? digit_class
-           : is_letter(c)        ? letter_class
-           : c == U','           ? comma_class
-           : c == U'.'           ? point_class
-                                 : mark_class;
+inline constexpr std::uint8_t class_bits = 7, colon_flag = 8, blank_flag = 16, trigger_flag = 32;
+constexpr std::uint8_t char_flags(wchar c) {
+    const char_class k = c >= U'0' && c <= U'9' ? digit_class
+                         : is_letter(c)        ? letter_class
+                         : c == U','           ? comma_class
+                         : c == U'.'           ? point_class
+                                               : mark_class;
+    return static_cast<std::uint8_t>(k | (c == U':' ? colon_flag : 0) | (c == U' ' ? blank_flag : 0) |
+                                     (is_squeeze_trigger(c) ? trigger_flag : 0));
 }
-constexpr std::array<char_class, 128> ascii_classes = [] {
-    std::array<char_class, 128> a{};
-    for (wchar c = 0; c < 128; ++c) a[c] = class_of_char(c);
+constexpr std::array<std::uint8_t, 128> ascii_flags = [] {
+    std::array<std::uint8_t, 128> a{};
+    for (wchar c = 0; c < 128; ++c) a[c] = char_flags(c);
     return a;
 }();
 
@@ -190,24 +193,31 @@ inline text_traits traits_of(std::u32string_view text) {
     text_traits t;
     std::size_t counts[5] = {0, 0, 0, 0, 0};  // characters by class
     std::size_t runs[5] = {0, 0, 0, 0, 0};    // runs by class; commas and points each their own
-    std::size_t run_length = 0;
-    int last = -1;
-    wchar before = 0;
-    for (const wchar c : text) {
-        const char_class k = c < 128 ? ascii_classes[c] : class_of_char(c);
-        t.squeeze |= c == U' ' && is_squeeze_trigger(before);
-        before = c;
-        t.colon |= c == U':';
+    std::uint8_t seen = 0, before = 0;        // flags of every character, of the one before
+    unsigned last = class_bits;               // no class yet
+    std::size_t run_start = 0;
+    const auto close_run = [&](std::size_t end) {  // the run of class `last` ends before `end`
+        const std::size_t length = end - run_start;
+        if (last == digit_class && length > t.longest_digit_run) t.longest_digit_run = length;
+        if (last == letter_class && length > t.longest_letter_run) t.longest_letter_run = length;
+    };
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const wchar c = text[i];
+        const std::uint8_t f = c < 128 ? ascii_flags[c] : char_flags(c);
+        const unsigned k = f & class_bits;
         ++counts[k];
+        seen |= f;
+        t.squeeze |= (f & blank_flag) && (before & trigger_flag);
+        before = f;
         if (k != last || k >= comma_class) {
+            close_run(i);
             ++runs[k];
-            run_length = 0;
+            run_start = i;
+            last = k;
         }
-        ++run_length;
-        if (k == digit_class && run_length > t.longest_digit_run) t.longest_digit_run = run_length;
-        if (k == letter_class && run_length > t.longest_letter_run) t.longest_letter_run = run_length;
-        last = k;
     }
+    close_run(text.size());
+    t.colon = seen & colon_flag;
     t.letter = counts[letter_class] > 0;
     t.mark = counts[mark_class] > 0;
     t.digits = counts[digit_class];
