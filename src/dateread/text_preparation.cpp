@@ -53,15 +53,19 @@ bool is_all_digit(std::u32string_view text) {
 void prepare_text(std::u32string_view text, std::size_t limit, bool odd_zero, prepared_text& out) {
     limit = std::min(limit, anydate_text_limit);
     const std::u32string_view used = text.substr(0, std::min(text.size(), limit));
-    std::size_t lead = 0;  // leading digits
+    // One scan: leading digits, and whether there is a blank at all (only then can squeezing
+    // change the text).
+    std::size_t lead = 0;
     while (lead < used.size() && is_digit(used[lead])) ++lead;
+    bool blank = false;
+    for (std::size_t i = lead; i < used.size(); ++i) blank |= used[i] == U' ';
     if (lead == used.size() && !(odd_zero && lead < 8 && lead % 2 == 1)) {  // digits only, the common case
         out.data = used.data();
         out.length = used.size();
         out.all_digit = !used.empty();
         return;
     }
-    if (!needs_squeeze(used)) {  // the passes would change nothing: no copy
+    if (!blank || !needs_squeeze(used)) {  // the passes would change nothing: no copy
         out.data = used.data();
         out.length = used.size();
         out.all_digit = is_all_digit(used);
