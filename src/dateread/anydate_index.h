@@ -32,7 +32,6 @@ struct row_set {
     std::uint64_t word[2] = {0, 0};
 
     constexpr void add(std::size_t r) { word[r / 64] |= std::uint64_t{1} << (r % 64); }
-    constexpr void remove(std::size_t r) { word[r / 64] &= ~(std::uint64_t{1} << (r % 64)); }
     constexpr bool has(std::size_t r) const { return (word[r / 64] >> (r % 64)) & 1; }
     constexpr row_set operator&(const row_set& o) const { return {{word[0] & o.word[0], word[1] & o.word[1]}}; }
     constexpr row_set operator~() const { return {{~word[0], ~word[1]}}; }
@@ -154,6 +153,16 @@ inline constexpr auto singles_at_most = rows_starting_runs(run_kind::single);  /
 inline constexpr row_set name_rows = rows_where([](std::size_t r) { return template_facts[r].needs_name; });
 
 static_assert(by_length[longest_anydate_text].has(53) && by_length[longest_anydate_text + 1].first() == anydate_row_count);
+// What runs_fit and the last-character rule stand on: an ANYDATE pattern has no literal blank
+// (its reading consumes the whole trimmed text) and "%P" only at its start.
+static_assert([] {
+    for (std::size_t r = 0; r < anydate_row_count; ++r) {
+        const std::u32string_view p = pattern_view(r);
+        if (p.find(U' ') != std::u32string_view::npos || !p.starts_with(U"%P") || p.find(U"%P", 1) != std::u32string_view::npos)
+            return false;
+    }
+    return true;
+}());
 
 }  // namespace detail
 

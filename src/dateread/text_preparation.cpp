@@ -53,8 +53,8 @@ bool is_all_digit(std::u32string_view text) {
 void prepare_text(std::u32string_view text, std::size_t limit, bool odd_zero, prepared_text& out) {
     limit = std::min(limit, anydate_text_limit);
     const std::u32string_view used = text.substr(0, std::min(text.size(), limit));
-    // One scan: leading digits, and whether there is a blank at all (only then can squeezing
-    // change the text).
+    // The leading digits, then whether a blank follows: only a blank lets squeezing change the
+    // text.
     std::size_t lead = 0;
     while (lead < used.size() && is_digit(used[lead])) ++lead;
     bool blank = false;
