@@ -45,17 +45,20 @@ struct row_set {
 inline constexpr std::size_t longest_anydate_text = 52;
 
 // What the index looks at in a text, from one pass over it.
+// Counts of the driver's text (at most 200 characters) in 16 bits: the struct is filled by a few
+// stores, not a block clear.
 struct text_traits {
     bool colon = false, letter = false, mark = false;
-    std::size_t longest_letter_run = 0;  // is_letter characters in a row
-    std::size_t longest_digit_run = 0;
-    std::size_t digits = 0, marks = 0;
+    bool squeeze = false;  // preparing would change the text (text_preparation.h's needs_squeeze)
+    std::uint16_t longest_letter_run = 0;  // is_letter characters in a row
+    std::uint16_t longest_digit_run = 0;
+    std::uint16_t digits = 0, marks = 0;
     // Maximal runs of digits, of letters and of marks (is_mark: blanks included), and the
     // commas and points, each of which stands alone; a run of blanks at the very start is not
     // counted (it is "%P"'s).
-    std::size_t digit_runs = 0, letter_runs = 0, mark_runs = 0, commas = 0, points = 0;
-    bool squeeze = false;  // preparing would change the text (text_preparation.h's needs_squeeze)
+    std::uint16_t digit_runs = 0, letter_runs = 0, mark_runs = 0, commas = 0, points = 0;
 };
+static_assert(anydate_text_limit < 0xFFFF);
 text_traits traits_of(std::u32string_view text);
 
 // The rows that may read `text` (prepared: no leading or trailing blanks), by every rule but
@@ -73,7 +76,7 @@ constexpr bool runs_fit(std::size_t r, const text_traits& traits);
 // takes exactly four digits where "%y" took two (all-digit text) or the whole run of digits, so
 // with no longer run the retry reads what the first try read, or fails sooner.
 constexpr bool retry_may_differ(const text_traits& traits, bool all_digit) {
-    return traits.longest_digit_run >= (all_digit ? 4u : 5u);
+    return traits.longest_digit_run >= (all_digit ? 4 : 5);
 }
 
 // ---- Implementation -----------------------------------------------------------------------
@@ -199,24 +202,26 @@ constexpr std::array<std::uint8_t, 128> ascii_flags = [] {
 
 inline text_traits traits_of(std::u32string_view text) {
     using namespace detail;
-    text_traits t;
     std::size_t counts[5] = {0, 0, 0, 0, 0};  // characters by class
     std::size_t runs[5] = {0, 0, 0, 0, 0};    // runs by class; commas and points each their own
+    std::size_t longest_digits = 0, longest_letters = 0;
     std::uint8_t seen = 0, before = 0;        // flags of every character, of the one before
+    bool squeeze = false;
     unsigned last = class_bits;               // no class yet
     std::size_t run_start = 0;
     const auto close_run = [&](std::size_t end) {  // the run of class `last` ends before `end`
         const std::size_t length = end - run_start;
-        if (last == digit_class && length > t.longest_digit_run) t.longest_digit_run = length;
-        if (last == letter_class && length > t.longest_letter_run) t.longest_letter_run = length;
+        if (last == digit_class && length > longest_digits) longest_digits = length;
+        if (last == letter_class && length > longest_letters) longest_letters = length;
     };
+    text = text.substr(0, anydate_text_limit);  // the driver's copy at most; the counts fit 16 bits
     for (std::size_t i = 0; i < text.size(); ++i) {
         const wchar c = text[i];
         const std::uint8_t f = c < 128 ? ascii_flags[c] : char_flags(c);
         const unsigned k = f & class_bits;
         ++counts[k];
         seen |= f;
-        t.squeeze |= (f & blank_flag) && (before & trigger_flag);
+        squeeze |= (f & blank_flag) && (before & trigger_flag);
         before = f;
         if (k != last || k >= comma_class) {
             close_run(i);
@@ -226,17 +231,21 @@ inline text_traits traits_of(std::u32string_view text) {
         }
     }
     close_run(text.size());
+    const auto u16 = [](std::size_t v) { return static_cast<std::uint16_t>(v); };
+    text_traits t;
     t.colon = seen & colon_flag;
     t.letter = counts[letter_class] > 0;
     t.mark = counts[mark_class] > 0;
-    t.digits = counts[digit_class];
-    t.marks = counts[mark_class];
-    t.digit_runs = runs[digit_class];
-    t.letter_runs = runs[letter_class];
-    t.mark_runs = runs[mark_class] - (!text.empty() && text[0] == U' ' ? 1 : 0);  // "%P" takes a leading blank run
-    t.commas = runs[comma_class];
-    t.points = runs[point_class];
-    t.squeeze |= !text.empty() && (text.front() == U' ' || text.back() == U' ');
+    t.squeeze = squeeze || (!text.empty() && (text.front() == U' ' || text.back() == U' '));
+    t.longest_digit_run = u16(longest_digits);
+    t.longest_letter_run = u16(longest_letters);
+    t.digits = u16(counts[digit_class]);
+    t.marks = u16(counts[mark_class]);
+    t.digit_runs = u16(runs[digit_class]);
+    t.letter_runs = u16(runs[letter_class]);
+    t.mark_runs = u16(runs[mark_class] - (!text.empty() && text[0] == U' ' ? 1 : 0));  // "%P" takes a leading blank run
+    t.commas = u16(runs[comma_class]);
+    t.points = u16(runs[point_class]);
     return t;
 }
 
