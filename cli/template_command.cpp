@@ -35,6 +35,20 @@ std::string narrow(const vxlocfmt::wchar* s) {
     return out;
 }
 
+// The line as wide text into `wide`, reusing its storage: ASCII byte by byte, anything else
+// through the UTF-8 decoder.
+void widen(std::string_view text, std::u32string& wide) {
+    wide.resize(text.size());
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const auto b = static_cast<unsigned char>(text[i]);
+        if (b >= 0x80) {
+            wide = vxhost::from_utf8(text);
+            return;
+        }
+        wide[i] = b;
+    }
+}
+
 template <class Fn>
 Fn symbol(const vxhost::Library& library, const char* name) {
     void* p = library.symbol(name);
@@ -65,9 +79,10 @@ std::optional<int> template_read_command(const Arguments& args) {
 
     Output out;
     bool any_failed = false;
+    std::u32string wide;  // one buffer for every line: bulk mode makes no string per line
     for_each_input(args, out, [&](std::string_view text, std::size_t) {
         if (!text.empty() && text.back() == '\r') text.remove_suffix(1);
-        const std::u32string wide = vxhost::from_utf8(text);
+        widen(text, wide);
         double value = 0;
         vxlocfmt::FmtCall call{};
         call.input = wide.data();

@@ -6,15 +6,19 @@
    literals are read with ast, their code is not used) go through `vxlocfmt read ANYDATE --explain`
    and dateutil.parser.parse. Printed: how many each reads, and for those both read, how many give
    the same calendar date; the disagreements by the row that read the text.
-2. Speed: the eight shapes of the peers' baseline, per value: the CLI's bulk mode (process start
-   included, amortised over the lines), dateutil.parser.parse and pandas.to_datetime.
+2. Speed: the eight shapes of the peers' baseline, per value, all by CPU time: the driver alone
+   (bench_anydate's BM_AnyDate_mix, run from beside the CLI when it was built), the CLI's bulk
+   mode (process start, UTF-8 and number printing included, amortised over the lines),
+   dateutil.parser.parse and pandas.to_datetime; each ratio is dateutil's time over ours.
 
     scripts/anydate_peers.py [build/bin/vxlocfmt]   (needs python3-dateutil and python3-pandas)
 """
 import ast
 import collections
 import datetime
+import json
 import os
+import resource
 import subprocess
 import sys
 import time
@@ -127,18 +131,39 @@ def per_value(fn, texts):
     return (time.process_time() - start) / len(texts) * 1e9
 
 
+def children_cpu():
+    usage = resource.getrusage(resource.RUSAGE_CHILDREN)
+    return usage.ru_utime + usage.ru_stime
+
+
+def driver_ns():
+    """BM_AnyDate_mix's ns per value (the thread's CPU clock), or None without bench_anydate."""
+    bench = os.path.join(os.path.dirname(os.path.abspath(cli)), "bench_anydate")
+    if not os.access(bench, os.X_OK):
+        return None
+    out = subprocess.run([bench, "--benchmark_filter=BM_AnyDate_mix", "--benchmark_format=json"],
+                         capture_output=True, text=True).stdout
+    return json.loads(out)["benchmarks"][0]["ns_per_value"]
+
+
 def speed():
-    lines = SHAPES * 25000
-    start = time.perf_counter()
-    out = subprocess.run([cli, "read", "ANYDATE"], input="\n".join(lines) + "\n", capture_output=True, text=True)
-    ours_ns = (time.perf_counter() - start) / len(lines) * 1e9
+    lines = SHAPES * 250000
+    data = "\n".join(lines) + "\n"
+    start = children_cpu()
+    out = subprocess.run([cli, "read", "ANYDATE"], input=data, capture_output=True, text=True)
+    cli_ns = (children_cpu() - start) / len(lines) * 1e9
     assert out.stdout.count("\n") == len(lines) and "\n.\n" not in out.stdout
     sample = SHAPES * 1000
     dateutil_ns = per_value(dateutil.parser.parse, sample)
     pandas_ns = per_value(pandas.to_datetime, SHAPES * 200)
-    print(f"eight shapes, ns per value: vxlocfmt read ANYDATE (bulk, {len(lines)} lines) {ours_ns:.0f}; "
-          f"dateutil.parser.parse {dateutil_ns:.0f} ({dateutil_ns / ours_ns:.0f}x); "
-          f"pandas.to_datetime {pandas_ns:.0f} ({pandas_ns / ours_ns:.0f}x)")
+    alone = driver_ns()
+    print(f"eight shapes, ns per value (CPU time): dateutil.parser.parse {dateutil_ns:.0f}; "
+          f"pandas.to_datetime {pandas_ns:.0f}")
+    if alone:
+        print(f"  the driver (bench_anydate BM_AnyDate_mix) {alone:.0f}: dateutil / driver {dateutil_ns / alone:.0f}x, "
+              f"pandas / driver {pandas_ns / alone:.0f}x")
+    print(f"  vxlocfmt read ANYDATE (bulk, {len(lines)} lines, process included) {cli_ns:.0f}: "
+          f"dateutil / CLI {dateutil_ns / cli_ns:.0f}x, pandas / CLI {pandas_ns / cli_ns:.0f}x")
 
 
 if __name__ == "__main__":

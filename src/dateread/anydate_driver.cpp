@@ -4,6 +4,7 @@
 
 #include "calendar/missing_value.h"
 #include "dateread/anydate_index.h"
+#include "dateread/compiled_pattern.h"
 #include "dateread/dateread_exports.h"
 #include "dateread/row_reader.h"
 #include "dateread/template_facts.h"
@@ -13,10 +14,13 @@
 namespace vxlocfmt::dateread {
 namespace {
 
-// The row's value as a datetime, or missing; `four_digit_year` reads its "%y" as "%Y".
-double try_row(std::size_t r, std::u32string_view text, bool all_digit, bool four_digit_year) {
+// The row's value as a datetime, or missing; `four_digit_year` reads its "%y" as "%Y". The
+// compiled program reads, or (`compiled` off, the plain walk) the pattern text itself.
+double try_row(std::size_t r, std::u32string_view text, bool all_digit, bool four_digit_year, bool compiled) {
     read_slots slots;
-    if (!read_pattern(pattern_view(r), text, all_digit, four_digit_year, slots)) return calendar::missing_value();
+    const bool read = compiled ? read_compiled(r, text, all_digit, four_digit_year, slots)
+                               : read_pattern(pattern_view(r), text, all_digit, four_digit_year, slots);
+    if (!read) return calendar::missing_value();
     std::int32_t status_word = 0;
     const double v = build_value(slots, template_facts[r].kind, template_facts[r].local_zone, status_word);
     return status_word == status_date ? v * 86400.0 : v;
@@ -30,10 +34,10 @@ bool admitted(std::size_t r, std::size_t length, bool colon) {
 }
 
 // Tries row r, then (when `retry` allows) its "%y" as "%Y"; a non-missing value wins.
-bool try_with_retry(std::size_t r, const prepared_text& t, bool retry, anydate_answer& answer) {
+bool try_with_retry(std::size_t r, const prepared_text& t, bool retry, bool compiled, anydate_answer& answer) {
     for (const bool four : {false, true}) {
         if (four && !(retry && template_facts[r].has_two_digit_year)) break;
-        const double v = try_row(r, t.view(), t.all_digit, four);
+        const double v = try_row(r, t.view(), t.all_digit, four, compiled);
         if (!calendar::is_nan(v)) {
             answer = {v, static_cast<std::int32_t>(r), four};
             return true;
@@ -45,20 +49,31 @@ bool try_with_retry(std::size_t r, const prepared_text& t, bool retry, anydate_a
 }  // namespace
 
 anydate_answer read_anydate(std::u32string_view text, bool use_index) {
-    prepared_text t;
-    prepare_text(text, anydate_text_limit, false, t);
     anydate_answer answer{calendar::missing_value(), -1, false};
+    prepared_text t;
     if (use_index) {
-        const text_traits traits = traits_of(t.view());
+        // The traits of the text as given tell whether preparing would change it; mostly it
+        // would not, and the text is read in place with one scan fewer.
+        const std::u32string_view used = text.substr(0, std::min(text.size(), anydate_text_limit));
+        text_traits traits = traits_of(used);
+        if (traits.squeeze) {
+            prepare_text(text, anydate_text_limit, false, t);
+            traits = traits_of(t.view());
+        } else {
+            t.data = used.data();
+            t.length = used.size();
+            t.all_digit = is_all_digit(used);
+        }
         const row_set rows = candidate_rows(t.view(), traits);
         const bool retry = retry_may_differ(traits, t.all_digit);
         for (std::size_t r = rows.first(); r < anydate_row_count; r = rows.next(r))
-            if (try_with_retry(r, t, retry, answer)) return answer;
+            if (runs_fit(r, traits) && try_with_retry(r, t, retry, true, answer)) return answer;
         return answer;
     }
+    prepare_text(text, anydate_text_limit, false, t);
     const bool colon = t.view().find(U':') != std::u32string_view::npos;
     for (std::size_t r = 0; r < anydate_row_count; ++r)
-        if (admitted(r, t.length, colon) && try_with_retry(r, t, true, answer)) return answer;
+        if (admitted(r, t.length, colon) && try_with_retry(r, t, true, false, answer)) return answer;
     return answer;
 }
 

@@ -26,8 +26,9 @@ struct anydate_answer {
     bool four_digit_year;
 };
 
-// The driver over the rows the index admits (`use_index`) or over every row in order; both give
-// the same answer, the index only skips rows that cannot read the text.
+// The driver over the rows the index admits, each read by its compiled program (`use_index`),
+// or over every row in order, each read by walking its pattern text; both give the same answer:
+// the index only skips rows that cannot read the text, and the programs read as the walk does.
 anydate_answer read_anydate(std::u32string_view text, bool use_index = true);
 
 // dtm_informat's search, also telling which row read the text (-1 for none).

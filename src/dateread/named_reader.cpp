@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "calendar/missing_value.h"
+#include "dateread/compiled_pattern.h"
 #include "dateread/dateread_exports.h"
 #include "dateread/row_reader.h"
 #include "dateread/template_facts.h"
@@ -11,8 +12,8 @@
 namespace vxlocfmt::dateread {
 namespace {
 
-bool takes_odd_zero(std::u32string_view name) {
-    return name.size() == 6 && (name == U"YYMMDD" || name == U"DDMMYY" || name == U"MMDDYY");
+constexpr bool takes_odd_zero(std::u32string_view name) {
+    return name == U"YYMMDD" || name == U"DDMMYY" || name == U"MMDDYY";
 }
 
 bool admits_by_name(std::size_t r, std::size_t length) {
@@ -20,62 +21,66 @@ bool admits_by_name(std::size_t r, std::size_t length) {
     return n >= vxfmt_templates[r].min_length && n <= named_max(r);
 }
 
+// A row of the caller's own, outside the table: read with it alone.
+status read_own_row(const template_row& row, std::u32string_view t, bool all_digit, double* result,
+                    std::int32_t* status_word) {
+    read_slots slots;
+    if (!result || !status_word) return no_template_fits;
+    *result = calendar::missing_value();
+    *status_word = 0;
+    const wchar* kind_text = row.kind ? row.kind : U"DTE";
+    const std::u32string_view kind(kind_text, text_length(kind_text));
+    const value_kind k = kind == U"TME" ? value_kind::time : kind == U"DTM" ? value_kind::datetime : value_kind::date;
+    if (!read_pattern({row.pattern, text_length(row.pattern)}, t, all_digit, false, slots)) return no_template_fits;
+    *result = build_value(slots, k, false, *status_word);
+    return st::ok;
+}
+
 }  // namespace
 
 status read_named(std::u32string_view name, const template_row* given, std::u32string_view text, double* result,
                   std::int32_t* status_word, bool preprocess, std::int32_t* row_read) {
     if (row_read) *row_read = -1;
+    const bool in_table = given >= vxfmt_templates && given < vxfmt_templates + template_count;
+    // The rows of the name (of the given table row's own name when a row is given).
+    const name_group* group =
+        in_table ? find_name_group({given->name, template_facts[static_cast<std::size_t>(given - vxfmt_templates)].name_length})
+        : given  ? nullptr
+                 : find_name_group(name);
     prepared_text prepared;
     std::u32string_view t = text;
     bool all_digit;
     if (preprocess) {
-        const bool in_table_row = given >= vxfmt_templates && given < vxfmt_templates + template_count;
-        const std::u32string_view own = in_table_row ? std::u32string_view(given->name, text_length(given->name)) : name;
-        prepare_text(text, named_text_limit, takes_odd_zero(own), prepared);
+        const bool odd_zero = group ? group->odd_zero : takes_odd_zero(name);
+        prepare_text(text, named_text_limit, odd_zero, prepared);
         t = prepared.view();
         all_digit = prepared.all_digit;
     } else {
         all_digit = is_all_digit(text);  // the digit test fixes the field widths either way
     }
 
-    std::size_t r = 0, end = 0;
-    const bool in_table = given >= vxfmt_templates && given < vxfmt_templates + template_count;
+    std::size_t r = 0;
     if (given) {
         if (!given->pattern) return row_without_pattern;
-        if (!in_table) {  // a row of the caller's own: read with it alone
-            read_slots slots;
-            if (!result || !status_word) return no_template_fits;
-            *result = calendar::missing_value();
-            *status_word = 0;
-            const wchar* kind_text = given->kind ? given->kind : U"DTE";
-            const std::u32string_view kind(kind_text, text_length(kind_text));
-            const value_kind k = kind == U"TME" ? value_kind::time : kind == U"DTM" ? value_kind::datetime : value_kind::date;
-            if (!read_pattern({given->pattern, text_length(given->pattern)}, t, all_digit, false, slots))
-                return no_template_fits;
-            *result = build_value(slots, k, false, *status_word);
-            return st::ok;
-        }
+        if (!in_table) return read_own_row(*given, t, all_digit, result, status_word);
         r = static_cast<std::size_t>(given - vxfmt_templates);
-        end = find_name_group({given->name, template_facts[r].name_length})->end;
     } else {
-        const name_group* group = find_name_group(name);
         if (!group) return no_template_fits;
         r = group->first;
-        end = group->end;
-        while (r < end && !admits_by_name(r, t.size())) ++r;
-        if (r == end) return no_template_fits;
+        while (r < group->end && !admits_by_name(r, t.size())) ++r;
+        if (r == group->end) return no_template_fits;
         // An all-digit text of 8 under a six-letter name goes to the four-digit-year row.
-        if (t.size() == 8 && all_digit && takes_odd_zero(name) && !template_facts[r].has_separator && r + 1 < end) ++r;
+        if (t.size() == 8 && all_digit && group->odd_zero && !template_facts[r].has_separator && r + 1 < group->end) ++r;
     }
     if (!result || !status_word) return no_template_fits;
 
-    for (const std::size_t first = r; r < end; ++r) {
+    for (const std::size_t first = r; r < group->end; ++r) {
         // By name, each row keeps its own bounds; a given row's caller chose the walk.
         if (r != first && !given && !admits_by_name(r, t.size())) continue;
         *result = calendar::missing_value();
         *status_word = 0;
         read_slots slots;
-        if (!read_pattern(pattern_view(r), t, all_digit, false, slots)) continue;
+        if (!read_compiled(r, t, all_digit, false, slots)) continue;
         *result = build_value(slots, template_facts[r].kind, template_facts[r].local_zone, *status_word);
         if (row_read) *row_read = static_cast<std::int32_t>(r);
         return st::ok;
@@ -108,8 +113,9 @@ VX_EXPORT status dtmInformat(FmtCall* call, const wchar* name, std::int32_t name
     *result = calendar::missing_value();
     const std::int32_t length = std::max(0, std::min(call->input_length, call->text_limit));
     std::int32_t status_word = 0;
-    const status r = dtm_informat(name, name_length, nullptr, static_cast<const wchar*>(call->input), length, result,
-                                  &status_word, 1);
+    const status r = dateread::read_named(view_of(name, name_length), nullptr,
+                                          view_of(static_cast<const wchar*>(call->input), length), result, &status_word,
+                                          true, nullptr);
     if (r != st::ok || calendar::is_nan(*result)) {
         *result = calendar::missing_value();
         return dateread::no_template_fits;

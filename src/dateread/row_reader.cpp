@@ -1,62 +1,15 @@
 // Walking one pattern over one text. Every position is checked against the text's size.
 #include "dateread/row_reader.h"
 
-#include <algorithm>
-
+#include "dateread/digit_fields.h"
 #include "dateread/template_facts.h"
 #include "dateread/word_fields.h"
 
 namespace vxlocfmt::dateread {
-namespace {
+using detail::read_fixed;
+using detail::read_number;
 
-constexpr bool is_digit(wchar c) { return c >= U'0' && c <= U'9'; }
-
-// Slot values are kept well inside int64 so that the value arithmetic cannot overflow.
-constexpr std::int64_t slot_ceiling = 1'000'000'000'000'000;  // 1e15
-
-std::int64_t to_slot(std::uint64_t v) {
-    return static_cast<std::int64_t>(std::min<std::uint64_t>(v, slot_ceiling));
-}
-
-// Exactly `count` digits at text[pos].
-bool read_fixed(std::u32string_view text, std::size_t& pos, int count, std::int64_t& value) {
-    if (text.size() - pos < static_cast<std::size_t>(count)) return false;
-    std::int64_t v = 0;
-    for (int k = 0; k < count; ++k) {
-        const wchar c = text[pos + static_cast<std::size_t>(k)];
-        if (!is_digit(c)) return false;
-        v = v * 10 + (c - U'0');
-    }
-    pos += static_cast<std::size_t>(count);
-    value = v;
-    return true;
-}
-
-bool read_number(std::u32string_view text, std::size_t& pos, int fixed, std::int64_t& value) {
-    if (fixed > 0) return read_fixed(text, pos, fixed, value);
-    digit_run run;
-    if (!readdigs(text, pos, run)) return false;
-    value = to_slot(run.value);
-    return true;
-}
-
-// 10^0 to 10^19, the divisors of a fraction of k digits.
-constexpr double zpowten[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,
-                              1e10, 1e11, 1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19};
-
-}  // namespace
-
-bool readdigs(std::u32string_view text, std::size_t& pos, digit_run& run) {
-    run = {0, 0};
-    while (pos < text.size() && is_digit(text[pos])) {
-        if (run.count < 19) {
-            run.value = run.value * 10 + static_cast<std::uint64_t>(text[pos] - U'0');
-            ++run.count;
-        }
-        ++pos;
-    }
-    return run.count > 0;
-}
+bool readdigs(std::u32string_view text, std::size_t& pos, digit_run& run) { return detail::read_digits(text, pos, run); }
 
 bool read_pattern(std::u32string_view pattern, std::u32string_view text, bool all_digit, bool four_digit_year,
                   read_slots& s) {
@@ -118,12 +71,7 @@ bool read_pattern(std::u32string_view pattern, std::u32string_view text, bool al
         case U'S': {
             if (!read_number(text, t, two, v)) return false;
             s.field[second] = v;
-            if (text.size() - t >= 2 && text[t] == U'.' && is_digit(text[t + 1])) {
-                ++t;
-                digit_run run;
-                readdigs(text, t, run);
-                s.fraction = static_cast<double>(run.value) / zpowten[run.count];
-            }
+            detail::read_fraction(text, t, s.fraction);
             break;
         }
         default:

@@ -10,7 +10,9 @@
 
 #include <array>
 #include <cstdint>
+#include <cstring>
 #include <string_view>
+#include <type_traits>
 
 #include "dateread/template_table.h"
 
@@ -42,6 +44,14 @@ struct row_facts {
     // ("%c", "%C", "%G" one each): a text with fewer cannot be read.
     std::uint8_t min_digits;
     std::uint8_t min_marks;
+    // What consumes the first character of a run of the text (digits, letters, marks; see
+    // anydate_index.h): literals (any one character), numeric fields (one run of digits; "%S"
+    // with its fraction two, and the point), letter words, mark words.
+    std::uint8_t literals;
+    std::uint8_t numeric_fields;
+    std::uint8_t seconds_fields;
+    std::uint8_t letter_words;
+    std::uint8_t mark_words;
 };
 
 inline constexpr std::size_t max_name_length = 16;
@@ -50,6 +60,7 @@ inline constexpr std::size_t max_name_length = 16;
 struct name_group {
     std::u32string_view name;
     std::uint16_t first, end;
+    bool odd_zero;  // YYMMDD, DDMMYY, MMDDYY: the leading "0" and the 8-digit skip
 };
 inline constexpr std::size_t name_group_count = 36;
 
@@ -106,6 +117,7 @@ constexpr row_facts facts_of(const template_row& row) {
     for (std::size_t i = 0; i < pattern.size();) {
         if (pattern[i] != U'%') {
             blank_literal |= pattern[i] == U' ';
+            ++f.literals;
             f.last = first_need::anything;
             ++i;
             if (!first_seen) { first_seen = true; f.first = first_need::anything; }
@@ -122,6 +134,10 @@ constexpr row_facts facts_of(const template_row& row) {
         f.needs_name |= d == U'b' || d == U'B' || d == U'a' || d == U'A';
         f.min_digits = static_cast<std::uint8_t>(f.min_digits + (d == U'Y' ? 4 : is_numeric_directive(d) ? 1 : 0));
         f.min_marks = static_cast<std::uint8_t>(f.min_marks + (is_mark_word_directive(d) ? 1 : 0));
+        f.numeric_fields = static_cast<std::uint8_t>(f.numeric_fields + (is_numeric_directive(d) ? 1 : 0));
+        f.seconds_fields = static_cast<std::uint8_t>(f.seconds_fields + (d == U'S' ? 1 : 0));
+        f.letter_words = static_cast<std::uint8_t>(f.letter_words + (is_letter_word_directive(d) ? 1 : 0));
+        f.mark_words = static_cast<std::uint8_t>(f.mark_words + (is_mark_word_directive(d) ? 1 : 0));
         f.last = is_numeric_directive(d) ? first_need::digit
                  : is_letter_word_directive(d) ? first_need::letter
                                                 : first_need::anything;
@@ -152,7 +168,8 @@ constexpr std::array<name_group, name_group_count> all_groups() {
             continue;
         }
         if (g == name_group_count) throw "more names than name_group_count";  // not a constant expression
-        groups[g++] = {name, static_cast<std::uint16_t>(r), static_cast<std::uint16_t>(r + 1)};
+        const bool odd_zero = name == U"YYMMDD" || name == U"DDMMYY" || name == U"MMDDYY";
+        groups[g++] = {name, static_cast<std::uint16_t>(r), static_cast<std::uint16_t>(r + 1), odd_zero};
     }
     if (g != name_group_count) throw "fewer names than name_group_count";
     return groups;
@@ -164,11 +181,71 @@ inline constexpr std::array<row_facts, template_count> template_facts = detail::
 // Every name once, with its rows; DUMMY last.
 inline constexpr std::array<name_group, name_group_count> name_groups = detail::all_groups();
 
-constexpr const name_group* find_name_group(std::u32string_view name) {
-    for (const name_group& g : name_groups)
-        if (g.name == name) return &g;
-    return nullptr;
+namespace detail {
+
+// The name's length, first and last two characters in one word; every name of the table has
+// its own (checked below), so a name is found by one probe of a small perfect hash.
+constexpr std::uint32_t name_key(std::u32string_view name) {
+    const std::size_t n = name.size();
+    if (n < 2) return n == 1 ? 0x100u | (name[0] & 0xFFu) : 0;
+    return static_cast<std::uint32_t>(n) ^ ((name[0] & 0xFFu) << 8) ^ ((name[n - 2] & 0xFFu) << 16) ^
+           ((name[n - 1] & 0xFFu) << 24);
 }
+inline constexpr std::size_t name_slot_bits = 8;
+constexpr std::size_t name_slot(std::uint32_t key, std::uint32_t multiplier) {
+    return (key * multiplier) >> (32 - name_slot_bits);
+}
+// Group number + 1 by slot, 0 for none; the multiplier is the first odd one without collisions.
+struct name_hash {
+    std::uint32_t multiplier = 0;
+    std::array<std::uint8_t, std::size_t{1} << name_slot_bits> group_of_slot{};
+};
+constexpr name_hash make_name_hash() {
+    for (std::uint32_t m = 0x9E3779B1u;; m += 2) {
+        name_hash h{m, {}};
+        bool clash = false;
+        for (std::size_t g = 0; g < name_group_count && !clash; ++g) {
+            std::uint8_t& slot = h.group_of_slot[name_slot(name_key(name_groups[g].name), m)];
+            clash = slot != 0;
+            slot = static_cast<std::uint8_t>(g + 1);
+        }
+        if (!clash) return h;
+    }
+}
+inline constexpr name_hash name_lookup = make_name_hash();
+
+}  // namespace detail
+
+namespace detail {
+// Equal texts of one length, compared two characters a word (the names are short).
+constexpr bool same_chars(const wchar* a, const wchar* b, std::size_t n) {
+    std::size_t i = 0;
+    if (!std::is_constant_evaluated()) {
+        for (; i + 2 <= n; i += 2) {
+            std::uint64_t x, y;
+            std::memcpy(&x, a + i, sizeof x);
+            std::memcpy(&y, b + i, sizeof y);
+            if (x != y) return false;
+        }
+    }
+    for (; i < n; ++i)
+        if (a[i] != b[i]) return false;
+    return true;
+}
+}  // namespace detail
+
+constexpr const name_group* find_name_group(std::u32string_view name) {
+    const std::uint8_t g = detail::name_lookup.group_of_slot[detail::name_slot(detail::name_key(name), detail::name_lookup.multiplier)];
+    if (g == 0) return nullptr;
+    const name_group& found = name_groups[g - 1];
+    return found.name.size() == name.size() && detail::same_chars(found.name.data(), name.data(), name.size()) ? &found : nullptr;
+}
+static_assert([] {
+    for (const name_group& g : name_groups)
+        if (find_name_group(g.name) != &g) return false;
+    return !find_name_group(U"") && !find_name_group(U"B8601D") && !find_name_group(U"b8601DA");
+}());
+
 constexpr std::u32string_view pattern_view(std::size_t row) {
     return {vxfmt_templates[row].pattern, template_facts[row].pattern_length};
 }
@@ -185,6 +262,8 @@ static_assert(template_facts[0].first == first_need::digit && template_facts[34]
 static_assert(template_facts[65].min_digits == 6 && template_facts[74].min_digits == 6 && template_facts[34].min_marks == 6);
 static_assert(template_facts[23].last == first_need::letter && template_facts[66].last == first_need::anything);
 static_assert(template_facts[127].last == first_need::anything && template_facts[31].last == first_need::digit);
+static_assert(template_facts[65].literals == 5 && template_facts[65].numeric_fields == 6 &&
+              template_facts[41].letter_words == 1 && template_facts[41].mark_words == 2 && template_facts[41].literals == 1);
 static_assert(template_facts[65].has_seconds && template_facts[65].has_two_digit_year);
 static_assert(template_facts[85].local_zone && !template_facts[93].local_zone);
 static_assert(same_name(vxfmt_templates[anydate_row_count - 1].name, U"ANYDATE") &&

@@ -7,7 +7,6 @@ namespace vxlocfmt::dateread {
 namespace {
 
 constexpr bool is_digit(wchar c) { return c >= U'0' && c <= U'9'; }
-constexpr bool is_squeeze_trigger(wchar c) { return c == U' ' || c == U'-' || c == U'/' || c == U':'; }
 
 // One pass: drop the leading blanks, then every blank that follows a blank or a separator of the
 // text as it stood before the pass (the marks are taken first, then deleted).
@@ -26,6 +25,14 @@ std::size_t squeeze_pass(wchar* s, std::size_t n) {
 }
 
 }  // namespace
+
+bool needs_squeeze(std::u32string_view text) {
+    if (text.empty()) return false;
+    if (text.front() == U' ' || text.back() == U' ') return true;
+    for (std::size_t i = 1; i < text.size(); ++i)
+        if (text[i] == U' ' && is_squeeze_trigger(text[i - 1])) return true;
+    return false;
+}
 
 bool is_all_digit(std::u32string_view text) {
     const std::size_t n = text.size();
@@ -46,7 +53,19 @@ bool is_all_digit(std::u32string_view text) {
 void prepare_text(std::u32string_view text, std::size_t limit, bool odd_zero, prepared_text& out) {
     limit = std::min(limit, anydate_text_limit);
     const std::u32string_view used = text.substr(0, std::min(text.size(), limit));
-    if (used.find(U' ') == std::u32string_view::npos) {  // nothing to squeeze or trim: no copy
+    // The leading digits, then whether a blank follows: only a blank lets squeezing change the
+    // text.
+    std::size_t lead = 0;
+    while (lead < used.size() && is_digit(used[lead])) ++lead;
+    bool blank = false;
+    for (std::size_t i = lead; i < used.size(); ++i) blank |= used[i] == U' ';
+    if (lead == used.size() && !(odd_zero && lead < 8 && lead % 2 == 1)) {  // digits only, the common case
+        out.data = used.data();
+        out.length = used.size();
+        out.all_digit = !used.empty();
+        return;
+    }
+    if (!blank || !needs_squeeze(used)) {  // the passes would change nothing: no copy
         out.data = used.data();
         out.length = used.size();
         out.all_digit = is_all_digit(used);

@@ -37,6 +37,14 @@ struct prepared_text {
 // Empty text is not all-digit.
 bool is_all_digit(std::u32string_view text);
 
+// A blank after one of these is squeezed out.
+constexpr bool is_squeeze_trigger(wchar c) { return c == U' ' || c == U'-' || c == U'/' || c == U':'; }
+
+// Whether the passes or the trim would change the text: a blank at either end, or a blank after
+// a blank or a separator. Without one, the first pass deletes nothing and the second sees the
+// same text.
+bool needs_squeeze(std::u32string_view text);
+
 // Copies at most `limit` characters of `text`, squeezes and trims them, tests for digits and,
 // when `odd_zero` is set, puts the leading "0" in front of an odd all-digit text below 8.
 void prepare_text(std::u32string_view text, std::size_t limit, bool odd_zero, prepared_text& out);

@@ -22,6 +22,29 @@ std::int64_t calendar_year(std::int64_t y) {
     return y >= calendar::first_year && y <= calendar::last_year ? y : -1;
 }
 
+// Days before each month of a common year (and the year's length); a leap year adds one from
+// March on.
+constexpr std::int32_t days_before_common_month[13] = {0, 31, 59, 90, 120, 151, 181, 212, 243, 273, 304, 334, 365};
+static_assert(days_before_common_month[11] == calendar::days_before_month(1961, 12));
+
+// The calendar's leap rule (4000-year exception included) in 32-bit unsigned arithmetic, for
+// the years of the range.
+constexpr bool is_leap(std::int64_t year) {
+    const auto y = static_cast<std::uint32_t>(year);  // [1582, 20000]
+    return y % 4 == 0 && (y % 100 != 0 || y % 400 == 0) && y % 4000 != 0;
+}
+static_assert(is_leap(2000) && !is_leap(4000) && !is_leap(1900) && is_leap(1584) && !is_leap(1583));
+
+// day_from_ordinal for the calendar's years ([1582, 20000]), where every quotient is positive
+// and the divisions need no floor correction.
+constexpr std::int64_t day_of(std::int64_t year, std::int64_t day_of_year) {
+    const auto p = static_cast<std::uint32_t>(year - 1);  // [1581, 19999]
+    const auto leap_days = static_cast<std::int64_t>(p / 4 - p / 100 + p / 400 - p / 4000);
+    return 365 * year + leap_days + day_of_year - calendar::day_count_of_epoch;
+}
+static_assert(day_of(1582, 1) == calendar::day_from_ordinal(1582, 1) && day_of(20000, 366) == calendar::day_from_ordinal(20000, 366));
+static_assert(day_of(1960, 1) == 0 && day_of(4001, 1) == calendar::day_from_ordinal(4001, 1));
+
 }  // namespace
 
 double date_of(const read_slots& s) {
@@ -31,8 +54,8 @@ double date_of(const read_slots& s) {
         const std::int64_t j = s.field[day_of_year];
         // A day of year of 0 or past the year's end is refused, as the Julian conversion does.
         const std::int64_t cy = calendar_year(y);
-        if (cy < 0 || j < 1 || j > 365 + (calendar::is_leap_year(cy) ? 1 : 0)) return calendar::missing_value();
-        return as_double(calendar::day_from_ordinal(cy, j));
+        if (cy < 0 || j < 1 || j > 365 + (is_leap(cy) ? 1 : 0)) return calendar::missing_value();
+        return as_double(day_of(cy, j));
     }
     std::int64_t m = s.field[month];
     if (has(s.field[quarter])) m = 3 * s.field[quarter] - 2;
@@ -41,9 +64,13 @@ double date_of(const read_slots& s) {
     // zmdy's answer without its round trip through a Julian date.
     if (m < 1 || m > 12 || d < 1 || d > 31) return calendar::missing_value();
     const std::int64_t cy = calendar_year(y);
+    if (cy < 0) return calendar::missing_value();
     const auto month_number = static_cast<std::int32_t>(m);
-    if (cy < 0 || d > calendar::month_length(cy, month_number)) return calendar::missing_value();
-    return as_double(calendar::day_from_ordinal(cy, calendar::days_before_month(cy, month_number) + d));
+    const bool leap = is_leap(cy);
+    const std::int32_t length = month_number == 2 ? 28 + leap : days_before_common_month[month_number] - days_before_common_month[month_number - 1];
+    if (d > length) return calendar::missing_value();
+    const std::int32_t before = days_before_common_month[month_number - 1] + (month_number > 2 && leap ? 1 : 0);
+    return as_double(day_of(cy, before + d));
 }
 
 double time_of(const read_slots& s, bool local_zone) {

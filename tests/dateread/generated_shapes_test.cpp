@@ -11,6 +11,7 @@
 #include <string>
 
 #include "calendar/calendar.h"
+#include "dateread/compiled_pattern.h"
 #include "dateread/dateread_exports.h"
 #include "dateread/template_facts.h"
 #include "dateread/text_preparation.h"
@@ -172,6 +173,46 @@ TEST(GeneratedShapes, IndexAgreesWithThePlainWalk) {
         ++tried;
     }
     EXPECT_GT(read, tried / 10);  // the shapes are mostly read by some row
+}
+
+// Every row's compiled reader reads as the walk over its pattern text: the same verdict and the
+// same slots, on its own shapes, near misses, all-digit and four-digit-year variants and random
+// text (the named reads and the index walk use only the compiled readers).
+TEST(GeneratedShapes, CompiledRowsReadAsTheirPatterns) {
+    vxhost::set_year_cutoff(std::nullopt);
+    std::mt19937_64 rng(14032020);
+    const int per_row = sweep();
+    static const char32_t alphabet[] = U" -/:,.+0123456789AaBMPQTZIVJNDEC\u00e9";
+    auto same = [](std::size_t r, const std::u32string& text) {
+        for (const bool all_digit : {false, true})
+            for (const bool four : {false, true}) {
+                read_slots a, b;
+                const bool ra = read_compiled(r, text, all_digit, four, a);
+                const bool rb = read_pattern(pattern_of(r), text, all_digit, four, b);
+                ASSERT_EQ(ra, rb) << "row " << r << " '" << vxhost::to_utf8(text) << "' " << all_digit << four;
+                if (!ra) continue;
+                for (int k = 0; k < slot_count; ++k) ASSERT_EQ(a.field[k], b.field[k]) << "row " << r << " slot " << k;
+                ASSERT_EQ(std::bit_cast<std::uint64_t>(a.fraction), std::bit_cast<std::uint64_t>(b.fraction));
+                ASSERT_EQ(a.zone_sign, b.zone_sign);
+                ASSERT_EQ(a.zone_hour, b.zone_hour);
+                ASSERT_EQ(a.zone_minute, b.zone_minute);
+                ASSERT_EQ(a.am_pm, b.am_pm);
+            }
+    };
+    for (std::size_t r = 0; r < template_count; ++r) {
+        for (int k = 0; k < per_row; ++k) {
+            const shape s = anydate_test::write_shape(pattern_of(r), random_moment(rng, template_facts[r].has_two_digit_year), rng);
+            same(r, s.text);
+            if (s.text.empty()) continue;
+            std::u32string off = s.text;
+            off[rng() % off.size()] = alphabet[rng() % (std::size(alphabet) - 1)];
+            same(r, off);
+            same(r, s.text.substr(0, rng() % s.text.size()));  // ends early, maybe on a blank literal
+            std::u32string text(rng() % 30, U' ');
+            for (auto& c : text) c = alphabet[rng() % (std::size(alphabet) - 1)];
+            same(r, text);
+        }
+    }
 }
 
 }  // namespace
