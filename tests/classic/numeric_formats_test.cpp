@@ -2,6 +2,7 @@
 // 40 with guard cells around the field.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <bit>
 #include <cmath>
 #include <random>
@@ -9,6 +10,7 @@
 #include <vector>
 
 #include "calendar/missing_value.h"
+#include "case_table.h"
 #include "classic/d_rule.h"
 #include "classic/numeric_formats.h"
 #include "locale_object.h"
@@ -52,45 +54,18 @@ struct Renderer {
 };
 
 TEST(ClassicNumbers, EdgeCases) {
-    struct Case {
-        format_fn format;
-        double value;
-        int width, decimals;
-        const char* text;
-    };
-    const double missing = calendar::missing_value();
-    const Case cases[] = {
-        {vxfmtzfmcomma, 1234567.891, 12, 2, "1,234,567.89"},
-        {vxfmtzfmcomma, 1234567.891, 11, 2, "1,234,567.9"},
-        {vxfmtzfmcomma, -1234.5, 10, 2, " -1,234.50"},
-        {vxfmtzfmdollar, 1234.5, 10, 2, " $1,234.50"},
-        {vxfmtzfmdollar, -1234.5, 11, 2, " $-1,234.50"},
-        {vxfmtzfmdollar, 1234567890123.0, 10, 2, " 1.235E+12"},
-        {vxfmtzfmdollar, missing, 6, 2, "     ."},
-        {vxfmtzfmn, 1234.5, 8, 2, " 1234.50"},
-        {vxfmtzfmn, 2.5, 3, 0, "  3"},
-        {vxfmtzfmpercent, -0.25, 8, 0, "(   25%)"},
-        {vxfmtzfmpercent, 0.125, 8, 1, "  12.5% "},
-        {vxfmtzfmpercent, missing, 8, 0, "     .  "},
-        {vxfmtzfmpercent, calendar::special_missing_value(calendar::missing_code_a), 6, 0, "   A  "},
-        {vxfmtzfmpercentn, -0.25, 8, 0, "   -25% "},
-        {vxfmtzfmpercentn, 0.25, 8, 0, "    25% "},
-        {vxfmtzfmbest, 1234.5678, 6, 0, "1234.6"},
-        {vxfmtzfmbest, 1e40, 6, 0, " 1E+40"},
-        {vxfmtzfmbestdt, 0.1 + 0.2, 12, 0, "         0.3"},
-        {vxfmtzfmt, -2.5, 5, 0, " -2.5"},
-        {vxfmtzfme, 12345.678, 10, 0, " 1.235E+04"},
-        {vxfmtzfme, 12345.678, 7, 0, "1.2E+04"},
-        {vxfmtzfme, -12345.678, 7, 0, " -1E+04"},
-        {vxfmtzfmd, 3.14159, 6, 4, "3.1416"},
-        {vxfmtzfmd, 3.14159, 6, 2, "  3.14"},
-        {vxfmtzfmd, 1234567.0, 6, 2, " 1E+06"},
-        {vxfmtzfmd, 0.0001, 8, 2, "0.000100"},
-        {vxfmtzfmd, missing, 4, 2, "   ."},
-    };
+    const std::pair<std::string_view, format_fn> named[] = {
+        {"fmn", vxfmtzfmn},       {"fmcomma", vxfmtzfmcomma}, {"fmdollar", vxfmtzfmdollar}, {"fmpercent", vxfmtzfmpercent},
+        {"fmpercentn", vxfmtzfmpercentn}, {"fmbest", vxfmtzfmbest}, {"fmbestdt", vxfmtzfmbestdt}, {"fmt", vxfmtzfmt},
+        {"fme", vxfmtzfme},       {"fmd", vxfmtzfmd}};
     Renderer r;
-    for (const Case& c : cases) {
-        EXPECT_EQ(r.run(c.format, c.value, c.width, c.decimals), c.text) << c.value << " width " << c.width;
+    for (const case_table::Row& row : case_table::read("classic/numeric_cases.tsv")) {
+        const auto format = std::find_if(std::begin(named), std::end(named), [&](auto& n) { return n.first == row[0]; });
+        ASSERT_NE(format, std::end(named)) << row.where();
+        const double value = row[1] == "missing" ? calendar::missing_value()
+                             : row[1] == ".A"    ? calendar::special_missing_value(calendar::missing_code_a)
+                                                 : row.number(1);
+        EXPECT_EQ(r.run(format->second, value, row.integer(2), row.integer(3)), row[4]) << row.where();
     }
     // BEST beyond 32 cells: blanks in front of a 32-cell rendering.
     const std::string narrow = r.run(vxfmtzfmbest, 1.0 / 3, 32, 0);

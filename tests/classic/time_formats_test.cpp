@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "case_table.h"
 #include "classic/time_formats.h"
 #include "locale_object.h"
 #include "text_convert.h"
@@ -69,35 +70,9 @@ TEST(ClockFormats, FractionsRoundWithoutShowingSixtySeconds) {
 
 TEST(ClockFormats, EdgeCases) {
     Clock clock;
-    const struct {
-        format_fn format;
-        double value;
-        int width, decimals;
-        const char* expected;
-    } cases[] = {
-        {vxfmtzfmtime, 3599.9999, 8, 0, " 1:00:00"},      // the carry reaches the hour
-        {vxfmtzfmtime, 59.996, 11, 2, " 0:01:00.00"},     // and the minute, not "0:00:60.00"
-        {vxfmtzfmtime, 360000, 9, 0, "100:00:00"},        // hours are not limited to 24
-        {vxfmtzfmtime, 360000, 8, 0, "  100:00"},         // no room for the seconds
-        {vxfmtzfmtime, -3661, 8, 0, "-1:01:01"},
-        {vxfmtzfmtime, 3700, 5, 0, " 1:01"},              // width 5: hours and minutes
-        {vxfmtzfmtime, 360000, 2, 0, "**"},               // more hour digits than width
-        {vxfmtzfmtime, 5.25, 11, 1, "  0:00:05.3"},       // half away from zero on an exact tie
-        {vxfmtzfmtime, 1.005, 11, 2, " 0:00:01.00"},      // 1.005 is really 1.00499...
-        {vxfmtzfmtimm, 0, 11, 0, "12:00:00 AM"},
-        {vxfmtzfmtimm, 43200, 11, 0, "12:00:00 PM"},
-        {vxfmtzfmtimm, 46800, 11, 0, " 1:00:00 PM"},
-        {vxfmtzfmtimm, 43199.6, 11, 0, "12:00:00 PM"},    // rounded before the suffix is chosen
-        {vxfmtzfmtimm, -1, 11, 0, "11:59:59 PM"},         // before midnight
-        {vxfmtzfmtimm, 46800, 4, 0, "  PM"},
-        {vxfmtzfmtimm, 3600, 4, 0, "  AM"},
-        {vxfmtzfmtod, 18000, 8, 0, "05:00:00"},
-        {vxfmtzfmtod, -1, 8, 0, "23:59:59"},              // datetime before 1960
-        {vxfmtzfmtod, 86400 * 3 + 61, 8, 0, "00:01:01"},
-    };
-    for (const auto& c : cases) {
-        EXPECT_EQ(clock.run(c.format, c.value, c.width, c.decimals), c.expected)
-            << c.value << " " << c.width << "." << c.decimals;
+    for (const case_table::Row& row : case_table::read("classic/clock_cases.tsv")) {
+        const format_fn format = row[0] == "time" ? vxfmtzfmtime : row[0] == "timm" ? vxfmtzfmtimm : vxfmtzfmtod;
+        EXPECT_EQ(clock.run(format, row.number(1), row.integer(2), row.integer(3)), row[4]) << row.where();
     }
 }
 

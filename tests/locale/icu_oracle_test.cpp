@@ -19,6 +19,7 @@
 #include <optional>
 
 #include "locale_fixture.h"
+#include "nlnum/currency_format_patterns.h"
 
 namespace {
 
@@ -285,12 +286,9 @@ TEST(IcuOracle, PatternsRenderAsIcuFormats) {
 }
 
 // A number written with the conventions the way the currency format patterns place sign and
-// symbol: the CurrencyFormatPatterns table, the group sizes of a grouping text ("3", "3;2").
+// symbol: the library's CurrencyFormatPatterns table (so checked against ICU here too), the group
+// sizes of a grouping text ("3", "3;2").
 std::string place(double value, const vxlocfmt::NumberConventions& c, std::u32string_view grouping, int decimals) {
-    static const char32_t* const patterns[20] = {
-        U"(V$)", U"-V$",  U"V$-",  U"V-$",  U"V$-",  U"($V)", U"-$V",  U"$V-",  U"-$V",  U"$-V",
-        U"(V $)", U"-V $", U"V $-", U"V- $", U"V $-", U"($ V)", U"-$ V", U"$ V-", U"-$ V", U"$ -V",
-    };
     const bool negative = value < 0;
     const std::string all = std::to_string(static_cast<long long>(std::round(std::fabs(value) * std::pow(10, decimals))));
     const std::string integer = all.substr(0, all.size() - static_cast<std::size_t>(decimals));
@@ -309,7 +307,7 @@ std::string place(double value, const vxlocfmt::NumberConventions& c, std::u32st
     };
     const int cs = negative ? c.n_cs_precedes : c.p_cs_precedes, sep = negative ? c.n_sep_by_space : c.p_sep_by_space;
     std::u32string out;
-    for (const char32_t* p = patterns[(cs + 2 * sep) * 5 + (negative ? c.n_sign_posn : c.p_sign_posn)]; *p; ++p) {
+    for (const char32_t* p = vxlocfmt::nlnum::CurrencyFormatPatterns[(cs + 2 * sep) * 5 + (negative ? c.n_sign_posn : c.p_sign_posn)]; *p; ++p) {
         if (*p == U'V') out += digits;
         else if (*p == U'$') out += field(c.currency_symbol, 51);
         else if (*p == U'-') out += field(negative ? c.negative_sign : c.positive_sign, 2);

@@ -1,12 +1,10 @@
 // The host's locale data over every locale: coverage of ICU's list, names, the shape of the raw
-// blocks, patterns in the expander's language, invariants between properties, the display widths
-// of the name sets, and the cost of opening a locale.
+// blocks, patterns in the expander's language, invariants between properties, and the display
+// widths of the name sets.
 #include <unicode/uloc.h>
 
 #include <algorithm>
 #include <cctype>
-#include <chrono>
-#include <cstdio>
 #include <cstring>
 
 #include "library.h"
@@ -16,33 +14,6 @@
 namespace {
 
 using namespace locale_test;
-
-// Opening a locale: the locale object (its block built on first use) and the property table of
-// a first NL call, on locales no test before has opened. Reported for the record; the bound is
-// loose for sanitizer builds.
-TEST(LocaleData, OpeningALocaleIsCheap) {
-    using clock = std::chrono::steady_clock;
-    const auto us = [](clock::duration d) { return std::chrono::duration<double, std::micro>(d).count(); };
-    auto t0 = clock::now();
-    vxhost::locale_names();  // the data file is indexed once per process
-    const double index_us = us(clock::now() - t0);
-    double block_us = 0, table_us = 0, n = 0;
-    for (const char* id : {"kk_KZ", "ne_NP", "mk_MK", "is_IS", "ga_IE", "cy_GB", "eu_ES", "gl_ES", "lt_LT", "lv_LV",
-                           "et_EE", "sl_SI", "sk_SK", "hr_HR", "ro_RO", "ms_MY"}) {
-        t0 = clock::now();
-        vxhost::LocaleObject::create(id)->release();
-        block_us += us(clock::now() - t0), ++n;
-        Table t(id);  // the host objects of a session, and a first build
-        t0 = clock::now();
-        ASSERT_EQ(t.build(), 0u);  // the builder alone, into the table it made
-        table_us += us(clock::now() - t0);
-    }
-    std::printf("opening a locale: block %.1f us, property table %.1f us (mean of %.0f); data index %.0f us "
-                "(first use in this process only)\n", block_us / n, table_us / n, n, index_us);
-    RecordProperty("block_us", static_cast<int>(block_us / n));
-    RecordProperty("table_us", static_cast<int>(table_us / n));
-    EXPECT_LT((block_us + table_us) / n, 1000.0);
-}
 
 TEST(LocaleData, CoversEveryIcuLocale) {
     SKIP_UNLESS_DATA_ICU();

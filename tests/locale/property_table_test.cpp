@@ -2,6 +2,7 @@
 // currency placeholder, replacements of what the session encoding cannot hold, the table's
 // lifecycle, the six NumberConventions records, and the directive rules of the pattern widths
 // (the widths of real name sets are checked over every locale in locale_data_test.cpp).
+#include "case_table.h"
 #include "locale/display_widths.h"
 #include "locale_fixture.h"
 
@@ -11,28 +12,11 @@ using namespace locale_test;
 using vxlocfmt::locale::pattern_width;
 
 TEST(EscapeDecoding, Escapes) {
-    const struct {
-        const char *raw, *encoding;  // the session's; "" for a wide session
-        std::u32string_view expected;
-    } cases[] = {
-        {"M<U00E4>rz", "UTF-8", U"März"},          {"x<U00E9>", "UTF-8", U"xé"},  // the escape is the last seven bytes
-        {"ab<U00E9", "UTF-8", U"ab<U00E9"},        // in the last six bytes: copied literally
-        {"<U20ACxyz", "UTF-8", U"€yz"},            // the seventh byte is dropped unchecked
-        {"<u00e9>", "UTF-8", U"é"},                {"<UZZ41>", "UTF-8", U"A"},    // a byte not hexadecimal counts as 0
-        {"<X0041>a<b", "UTF-8", U"<X0041>a<b"},    {"<U0041><U0042>", "UTF-8", U"AB"},
-        {"<U00A4>", "US-ASCII", U"\x01"},          // the general currency sign is the placeholder 1, always
-        {"100<U00A0><U00A4>", "", U"100\u00A0\x01"},  // a wide session holds everything
-        {"a<U00A0>b", "US-ASCII", U"a b"},         {"a<U00A0>b", "ISO-8859-1", U"a\u00A0b"},  // a blank where lacking
-        {"<U0436>", "ISO-8859-1", U"&#1078;"},     {"<U20ACx", "ISO-8859-1", U"&#8364;"},  // character references
-        {"<U20AC>", "windows-1252", U"€"},         {"<UD800>", "UTF-8", U"&#55296;"},      // five digits
-        {"<U4E00>", "Shift_JIS", U"\u4E00"},       {"<U0E01>", "Shift_JIS", U"&#3585;"},
-        {"%d<U00E9>", "US-ASCII", U"%d&#233;"},
-    };
-    for (const auto& c : cases) {
-        const Table t(Block().set(prop::locale_id, c.raw), c.encoding);
+    for (const case_table::Row& row : case_table::read("locale/escape_cases.tsv")) {
+        const Table t(Block().set(prop::locale_id, row[0]), row[1] == "-" ? "" : row[1]);
         ASSERT_EQ(t.code(), 0u);
-        EXPECT_EQ(t.str(prop::locale_id), to_utf8(c.expected)) << c.raw << " in " << c.encoding;
-        EXPECT_EQ(t.cache().properties[prop::locale_id].value[c.expected.size()], 0u) << c.raw;
+        EXPECT_EQ(t.str(prop::locale_id), row[2]) << row.where();
+        EXPECT_EQ(t.cache().properties[prop::locale_id].value[row.wide(2).size()], 0u) << row.where();
     }
 }
 

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "calendar/missing_value.h"
+#include "case_table.h"
 #include "frame/kernel.h"
 #include "kernel_object.h"
 #include "locale/property_table.h"
@@ -33,57 +34,14 @@ std::string plain(double value, int width, int decimals) {
     return vxhost::to_utf8(std::u32string_view(cells, static_cast<std::size_t>(std::max(length, 0))));
 }
 
-struct Case {
-    const char* locale;
-    const char* encoding;  // "" wide
-    const char32_t* name;
-    int width, decimals;
-    double value;
-    const char* expected;  // UTF-8
-};
-
 TEST(FixedCurrency, EdgeCases) {
-    const double missing = vxlocfmt::calendar::missing_value();
-    const Case cases[] = {
-        {"en_US", "UTF-8", U"NLMNIUSD", 12, 2, 1234.5, " USD1,234.50"},
-        {"en_US", "", U"NLMNIUSD", 12, 2, 1234.5, "     1234.50"},           // no convert flag: plain
-        {"en_US", "", U"NLMNLEUR", 12, 2, -1234.5, "    -1234.50"},
-        {"en_US", "ISO-8859-1", U"NLMNLEUR", 12, 2, 1234.5, " EUR1,234.50"},  // no euro sign
-        {"en_US", "UTF-8", U"NLMNLEUR", 12, 2, 1234.5, " €1,234.50"},         // 12 bytes
-        {"de_DE", "UTF-8", U"NLMNLEUR", 13, 2, -1234.5, "-1.234,50 €"},
-        {"de_DE", "UTF-8", U"NLMNLEUR", 12, 2, -1234.5, "-1234,50 €"},       // separators go first
-        {"en_US", "UTF-8", U"NLMNIUSD", 11, 2, 1234.5, "USD1,234.50"},
-        {"en_US", "UTF-8", U"NLMNIUSD", 10, 2, 1234.5, "USD1234.50"},
-        {"en_US", "UTF-8", U"NLMNIUSD", 9, 2, 1234.5, "  1234.50"},           // then the code
-        {"en_US", "UTF-8", U"NLMNIUSD", 8, 2, -1234.5, "-1234.50"},
-        {"en_US", "UTF-8", U"NLMNIUSD", 8, 2, 1234567.891, " 1234568"},       // the kernel drops decimals
-        {"en_IN", "UTF-8", U"NLMNIINR", 20, 2, 1234567.5, "     INR1,234,567.50"},  // "3;2" groups by 3
-        {"en_US", "UTF-8", U"NLMNIUSD", 12, 2, 1e300, "1.00000E+300"},  // "E" notation: no room for the code
-        {"en_US", "UTF-8", U"NLMNIUSD", 12, 2, missing, "           ."},
-        {"en_US", "", U"NLMNIUSD", 12, 2, missing, "           ."},
-        {"en_US", "UTF-8", U"NLMNIJPY", 12, 0, -0.0, "        JPY0"},
-        {"en_US", "UTF-8", U"NLMNLJPY", 12, 0, 1234567, "￥1,234,567"},
-        {"en_US", "Shift_JIS", U"NLMNLJPY", 12, 0, 1234567, " ￥1,234,567"},
-        {"en_US", "US-ASCII", U"NLMNLJPY", 12, 0, 1234567, "JPY1,234,567"},
-        {"en_US", "UTF-8", U"NLMNLILS", 16, 2, 12.5, "      ש\"ח12.50"},
-        {"en_US", "ISO-8859-8", U"NLMNLILS", 14, 2, 12.5, "      ש\"ח12.50"},
-        {"en_US", "ISO-8859-1", U"NLMNLILS", 14, 2, 12.5, "      ILS12.50"},
-        {"en_US", "UTF-8", U"NLMNLRUR", 12, 2, 5, "     р.5.00"},
-        {"en_US", "KOI8-R", U"NLMNLRUB", 12, 2, 5, "     руб5.00"},
-        // NLMNY and NLMNYI: the renderer's text, the ISO code for a symbol the encoding lacks,
-        // DOLLAR in a locale without a currency.
-        {"de_CH", "UTF-8", U"NLMNY", 16, 2, 1234.5, "  CHF 1’234.50"},
-        {"de_DE", "ISO-8859-1", U"NLMNY", 16, 2, 1234.5, "    1.234,50 EUR"},
-        {"de_DE", "", U"NLMNYI", 16, 2, -1234.5, "   -1.234,50 EUR"},
-        {"de", "", U"NLMNY", 16, 2, -1234567.5, "  $-1,234,567.50"},
-        {"en_US", "", U"NLMNY", 33, 2, 1, "********************************"},
-    };
-    for (const Case& c : cases) {
+    for (const case_table::Row& row : case_table::read("money/fixed_currency_cases.tsv")) {
+        SCOPED_TRACE(row.where());
+        const double value = row[5] == "missing" ? vxlocfmt::calendar::missing_value() : row.number(5);
         World world;  // a fresh instance: the case's locale sets the conventions
-        const auto r = world.format(c.locale, c.encoding, c.name, c.width, c.decimals, c.value);
+        const auto r = world.format(row[0], row[1] == "-" ? "" : row[1], row.wide(2), row.integer(3), row.integer(4), value);
         EXPECT_EQ(r.code, 0u);
-        EXPECT_EQ(r.text, c.expected) << c.locale << " " << c.encoding << " " << vxhost::to_utf8(c.name) << c.width
-                                      << "." << c.decimals << " " << c.value;
+        EXPECT_EQ(r.text, row[6]);
     }
 }
 

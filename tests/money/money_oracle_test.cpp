@@ -18,6 +18,7 @@
 #include <string>
 #include <vector>
 
+#include "icu_text.h"
 #include "library.h"
 #include "locale/property_table.h"
 #include "locale_data.h"
@@ -30,22 +31,7 @@ namespace {
 using vxlocfmt::NumberConventions;
 namespace prop = vxlocfmt::locale::prop;
 
-bool latin_digits(const char* id) {
-    UErrorCode error = U_ZERO_ERROR;
-    UNumberingSystem* system = unumsys_open(id, &error);
-    const bool latin = U_SUCCESS(error) && std::string(unumsys_getName(system)) == "latn";
-    unumsys_close(system);
-    return latin;
-}
-
-// Any Unicode space is a blank; blanks at either end are dropped.
-std::u32string normalised(std::u32string text) {
-    for (char32_t& c : text)
-        if (u_charType(static_cast<UChar32>(c)) == U_SPACE_SEPARATOR || c == U'\t') c = U' ';
-    const std::size_t first = text.find_first_not_of(U' ');
-    if (first == std::u32string::npos) return {};
-    return text.substr(first, text.find_last_not_of(U' ') - first + 1);
-}
+std::u32string normalised(std::u32string text) { return icu_text::trimmed(icu_text::blanked(std::move(text))); }
 
 std::u32string icu_currency(const char* id, UNumberFormatStyle style, int decimals, double value) {
     UErrorCode error = U_ZERO_ERROR;
@@ -55,13 +41,7 @@ std::u32string icu_currency(const char* id, UNumberFormatStyle style, int decima
     UChar buffer[128];
     const int32_t n = unum_formatDouble(format, value, buffer, 128, nullptr, &error);
     unum_close(format);
-    std::u32string out;
-    for (int32_t i = 0; i < n && U_SUCCESS(error);) {
-        UChar32 c;
-        U16_NEXT(buffer, i, n, c);
-        out += static_cast<char32_t>(c);
-    }
-    return out;
+    return U_SUCCESS(error) ? icu_text::widen(buffer, n) : U"";
 }
 
 
@@ -137,7 +117,7 @@ void check(const char32_t* row_name, std::size_t key, std::size_t fraction_prope
     Tally tally;
     for (int32_t i = 0; i < uloc_countAvailable(); ++i) {
         const char* id = uloc_getAvailable(i);
-        if (!latin_digits(id) || vxhost::canonical_locale(id) != id) continue;
+        if (!icu_text::latin_digits(id) || vxhost::canonical_locale(id) != id) continue;
         vxhost::Session session(library, {.locale = id});
         session.format(row, 32, 0, 0);  // builds the table
         const vxlocfmt::PropertyCache& table = *session.call().property_cache;

@@ -8,6 +8,7 @@
 #include <string>
 
 #include "calendar/missing_value.h"
+#include "case_table.h"
 #include "nldate_fixture.h"
 
 namespace {
@@ -50,62 +51,20 @@ struct FakeZone {
     }
 };
 
-// What the oracles below do not know, one pattern a row: flags, names by set, "**" parts, the
-// fraction of seconds, calendar years.
+// The case table: what the oracles below do not know.
 TEST(Expander, Directives) {
     Properties p = english_like();
-    const struct {
-        std::u32string_view calendar, pattern;
-        double day, hour, minute, seconds;
-        std::uint32_t decimals;
-        std::u32string_view expected;
-    } cases[] = {
-        {U"", U"%#a|%#A|%?A|%#b|%#B|%?B", tuesday, 0, 0, 0, 0, U"Tu|TUESDAY|Tue|Mar.|MARCH|Mar"},
-        {U"", U"%f|%F|%#F|%c|%C|%#c", tuesday, 0, 0, 0, 0, U"Tue|Tuesday  |TUESDAY  |March    |March    |MARCH    "},
-        {U"", U"%D %E %#e %N %O %#o %?M %#y", day_of(2005, 3, 5), 0, 0, 0, 0, U"05 5 5 03 3 3 03 5"},
-        {U"", U"%q|%#q|%#Q|%Q", day_of(2024, 12, 1), 0, 0, 0, 0, U"Q4|q4|fourth quarter|4th quarter"},
-        {U"", U"[%t%v]%%|%?%|%#%|%Z", tuesday, 0, 0, 0, 0, U"[]%|%|%|XST"},
-        {U"", U"%9d %0d %#5d %03m", tuesday, 0, 0, 0, 0, U"05 05 5 03"},  // the digit is read and ignored
-        {U"", U"%x|<%x>", day_of(1600, 1, 1), 0, 0, 0, 0, U"January 1, 1600|<January 1, 1600>"},
-        // 1582: the nine earliest days carry truncated weekdays; outside 0..6 a name is "**".
-        {U"", U"%a|%u|%w", -138061, 0, 0, 0, 0, U"**|**|**"},
-        {U"", U"%a|%u", -138059, 0, 0, 0, 0, U"Sun|7"},  // deliberate: the calendar's weekday 1 there
-        {U"", U"%H %k %I %l %p|%#H %#k %#I %#l", tuesday, 0, 7, 9, 0, U"00 24 12 00 AM|0 24 12 0"},  // midnight
-        {U"", U"%s %T|%X", tuesday, 13, 7, 9.75, 0, U"09 13:07:09|1:07:09 PM"},
-        // Missing parts: "**", piecewise; "%p" writes "**" and then AM (deliberate).
-        {U"", U"%T|%I %l %k %n %S %s|%p", tuesday, missing, missing, missing, 0, U"**:**:**|** ** ** ** ** **|**AM"},
-        {U"", U"%T %X", tuesday, 10, missing, 5, 0, U"10:**:05 10:**:05 AM"},
-        {U"", U"%a %A %f %b %B %c %q %Q", missing, 1, 2, 3, 0, U"** ** ** ** ** ** ** **"},
-        {U"", U"%d %e %j %m %o %y %Y %u %w %U %V %W %G %g", missing, 1, 2, 3, 0,
-         U"** ** ** ** ** ** ** ** ** ** ** ** ** **"},
-        // Fractions: only the last digit looks ahead, and a 9 is never raised (no carry).
-        {U"", U"%S", tuesday, 1, 2, 5.86, 1, U"05.9"},
-        {U"", U"%S", tuesday, 1, 2, 5.97, 1, U"05.9"},
-        {U"", U"%S", tuesday, 1, 2, 5.84, 1, U"05.8"},
-        {U"", U"%S|%s|%T", tuesday, 1, 2, 59.999, 2, U"59.99|59|01:02:59"},
-        {U"", U"%S", tuesday, 1, 2, 5.5, 0, U"05"},  // no decimals: no point, no rounding here
-        {U"", U"%S", tuesday, 1, 2, missing, 2, U"**.**"},
-        // Calendar years ("%+Y|%+y|%#+Y"): the first day of each era is its year 1.
-        {U"TH", U"%+Y|%+y|%#+Y", tuesday, 0, 0, 0, 0, U"2567|67|2567"},
-        {U"TW", U"%+Y|%+y|%#+Y", tuesday, 0, 0, 0, 0, U"0113|13|113"},
-        {U"JP", U"%+Y|%+y|%#+Y", tuesday, 0, 0, 0, 0, U"0036|36|36"},
-        {U"THA", U"%+Y|%+y|%#+Y", tuesday, 0, 0, 0, 0, U"2024|24|2024"},  // exactly two characters
-        {U"TW", U"%+Y|%+y|%#+Y", day_of(1911, 6, 1), 0, 0, 0, 0, U"0001|01|1"},
-        {U"TW", U"%+Y|%+y|%#+Y", day_of(1910, 6, 1), 0, 0, 0, 0, U"0002|02|2"},  // before 1912: backwards
-        {U"JP", U"%+Y|%+y", -33506, 0, 0, 0, 0, U"0001|01"},
-        {U"JP", U"%+Y|%+y", -33507, 0, 0, 0, 0, U"1868|68"},  // before the first row: the plain year
-        {U"JP", U"%+Y|%+y", day_of(1912, 7, 30), 0, 0, 0, 0, U"0001|01"},
-        {U"JP", U"%+Y|%+y", day_of(1912, 7, 29), 0, 0, 0, 0, U"0045|45"},
-        {U"JP", U"%+Y|%+y", day_of(1989, 1, 8), 0, 0, 0, 0, U"0001|01"},
-        {U"JP", U"%+Y|%+y", day_of(1989, 1, 7), 0, 0, 0, 0, U"0064|64"},
-        {U"JP", U"%+Y|%+y", day_of(2019, 5, 1), 0, 0, 0, 0, U"0031|31"},  // the table ends with 1989: kept
-        {U"TH", U"%Y %+d %Y %y %G", tuesday, 0, 0, 0, 0, U"2024 05 2567 67 2024"},  // from the flag on; not %G
+    const auto value = [](const std::string& s) {
+        if (s == "missing") return missing;
+        if (s.size() == 10 && s[4] == '-') return day_of(std::stoi(s), std::stoul(s.substr(5)), std::stoul(s.substr(8)));
+        return std::stod(s);
     };
-    for (const auto& c : cases) {
-        p.set(prop::calendar_code, c.calendar);
-        const Result r = run(p, c.pattern, c.day, c.hour, c.minute, c.seconds, c.decimals);
-        EXPECT_EQ(r.code, 0) << u8(c.pattern);
-        EXPECT_EQ(u8(r.text), u8(c.expected)) << u8(c.calendar) << " " << u8(c.pattern) << " " << c.day;
+    for (const case_table::Row& row : case_table::read("nldate/expander_cases.tsv")) {
+        p.set(prop::calendar_code, row[0] == "-" ? U"" : row.wide(0));
+        const Result r = run(p, row.wide(1), value(row[2]), value(row[3]), value(row[4]), value(row[5]),
+                             static_cast<std::uint32_t>(row.integer(6)));
+        EXPECT_EQ(r.code, 0) << row.where();
+        EXPECT_EQ(u8(r.text), row[7]) << row.where();
     }
     p.set(prop::calendar_code, U"").set(prop::decimal_point, U",").set(prop::am, U"").set(prop::pm, U"");
     EXPECT_EQ(u8(run(p, U"%S|%p|%p", tuesday, 0, 2, 5.86, 1).text), "05,9|AM|AM");  // no markers: AM and PM

@@ -21,6 +21,7 @@
 #include <string>
 #include <vector>
 
+#include "icu_text.h"
 #include "locale_data.h"
 #include "nldate_fixture.h"
 #include "session.h"
@@ -52,11 +53,7 @@ inline bool is_gregorian_latin(const char* id) {
     UCalendar* calendar = ucal_open(nullptr, 0, id, UCAL_DEFAULT, &error);
     const bool gregorian = U_SUCCESS(error) && std::string(ucal_getType(calendar, &error)) == "gregorian";
     ucal_close(calendar);
-    error = U_ZERO_ERROR;
-    UNumberingSystem* numbers = unumsys_open(id, &error);
-    const bool latin = U_SUCCESS(error) && std::string(unumsys_getName(numbers)) == "latn";
-    unumsys_close(numbers);
-    return gregorian && latin;
+    return gregorian && icu_text::latin_digits(id);
 }
 
 inline std::vector<std::string> oracle_locales() {
@@ -68,27 +65,13 @@ inline std::vector<std::string> oracle_locales() {
     return ids;
 }
 
+// Any Unicode space character is a blank.
+inline std::u32string normalised(std::u32string text) { return icu_text::blanked(std::move(text)); }
+
 inline vxhost::SessionOptions options_for(const std::string& id) {
     vxhost::SessionOptions options;
     options.locale = id;
     return options;
-}
-
-// Any Unicode space character is a blank.
-inline std::u32string normalised(std::u32string text) {
-    for (char32_t& c : text)
-        if (u_isUWhiteSpace(static_cast<UChar32>(c)) || u_charType(static_cast<UChar32>(c)) == U_SPACE_SEPARATOR) c = U' ';
-    return text;
-}
-
-inline std::u32string widen(const UChar* text, int32_t length) {
-    std::u32string out;
-    for (int32_t i = 0; i < length;) {
-        UChar32 c;
-        U16_NEXT(text, i, length, c);
-        out += static_cast<char32_t>(c);
-    }
-    return out;
 }
 
 struct IcuFormat {
@@ -125,7 +108,7 @@ struct IcuFormat {
         UChar buffer[256];
         UErrorCode error = U_ZERO_ERROR;
         const int32_t n = udat_format(format, when, buffer, 256, nullptr, &error);
-        return U_SUCCESS(error) ? widen(buffer, n) : U"<icu failed>";
+        return U_SUCCESS(error) ? icu_text::widen(buffer, n) : U"<icu failed>";
     }
 };
 

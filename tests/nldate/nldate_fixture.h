@@ -11,12 +11,12 @@
 
 #include <algorithm>
 #include <array>
-#include <initializer_list>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "calendar/oracle.h"
+#include "case_table.h"
 #include "frame/abi.h"
 #include "locale/property_numbers.h"
 #include "locale/property_table.h"
@@ -41,10 +41,6 @@ public:
         p.length = std::min(text.size(), vxlocfmt::property_value_cells);
         std::copy_n(text.begin(), p.length, p.value);
         p.value[p.length] = 0;
-        return *this;
-    }
-    Properties& set_all(std::size_t first, std::initializer_list<std::u32string_view> texts) {
-        for (std::u32string_view t : texts) set(first++, t);
         return *this;
     }
     void width(std::size_t n, std::uint32_t w) { cache_->properties[n].width = w; }
@@ -78,50 +74,18 @@ private:
     std::unique_ptr<vxlocfmt::PropertyCache> cache_;
 };
 
-// English conventions; every form of every name set differs from the others.
-inline Properties english_like() {
-    Properties p;
-    p.set(prop::date_order, U"MDY").set(prop::date_separator, U"/").set(prop::decimal_point, U".");
-    p.set_all(28, {U"%B %#d, %Y", U"%b %#d, %Y", U"%b %#d, %Y", U"%B %#d, %Y", U"%A, %B %#d, %Y", U"%a, %b %#d, %Y",
-                   U"%B %Y", U"%b %Y", U"%B %#d", U"%b %#d", U"%Y", U"%y", U"%Q %Y", U"%q %Y", U"%G-W%V", U"%g%V"});
-    p.set(53, U"%#I:%M:%S %p");
-    p.set_all(59, {U"Jan", U"Feb", U"Mar", U"Apr", U"May", U"Jun", U"Jul", U"Aug", U"Sep", U"Oct", U"Nov", U"Dec"});
-    p.set_all(71, {U"January", U"February", U"March", U"April", U"May", U"June", U"July", U"August",
-                   U"September", U"October", U"November", U"December"});
-    p.set_all(83, {U"Jan.", U"Feb.", U"Mar.", U"Apr.", U"May.", U"Jun.", U"Jul.", U"Aug.", U"Sep.", U"Oct.",
-                   U"Nov.", U"Dec."});
-    p.set_all(95, {U"JANUARY", U"FEBRUARY", U"MARCH", U"APRIL", U"MAY", U"JUNE", U"JULY", U"AUGUST",
-                   U"SEPTEMBER", U"OCTOBER", U"NOVEMBER", U"DECEMBER"});
-    p.set_all(107, {U"Sun", U"Mon", U"Tue", U"Wed", U"Thu", U"Fri", U"Sat"});
-    p.set_all(114, {U"Sunday", U"Monday", U"Tuesday", U"Wednesday", U"Thursday", U"Friday", U"Saturday"});
-    p.set_all(121, {U"Su", U"Mo", U"Tu", U"We", U"Th", U"Fr", U"Sa"});
-    p.set_all(128, {U"SUNDAY", U"MONDAY", U"TUESDAY", U"WEDNESDAY", U"THURSDAY", U"FRIDAY", U"SATURDAY"});
-    p.set_all(135, {U"Q1", U"Q2", U"Q3", U"Q4"});
-    p.set_all(139, {U"1st quarter", U"2nd quarter", U"3rd quarter", U"4th quarter"});
-    p.set_all(143, {U"q1", U"q2", U"q3", U"q4"});
-    p.set_all(147, {U"first quarter", U"second quarter", U"third quarter", U"fourth quarter"});
-    p.set(prop::am, U"AM").set(prop::pm, U"PM");
+// The sample locales of sample_locales.tsv: english_like, and german_like on top of it.
+inline Properties sample_locale(const std::string& name) {
+    Properties p = name == "english_like" ? Properties() : sample_locale("english_like");
+    for (const case_table::Row& row : case_table::read("nldate/sample_locales.tsv")) {
+        if (row[0] != name) continue;
+        for (std::size_t i = 2; i < row.fields.size(); ++i) p.set(static_cast<std::size_t>(row.integer(1)) + i - 2, row.wide(i));
+    }
     p.compute_widths();
     return p;
 }
-
-// German conventions on the English table: day first, "." between parts, non-ASCII names (wider
-// in bytes than in characters), weeks counted from Sunday in property 42 to steer NLDATEWN.
-inline Properties german_like() {
-    Properties p = english_like();
-    p.set(prop::date_order, U"DMY").set(prop::date_separator, U".").set(prop::decimal_point, U",");
-    p.set_all(28, {U"%#d. %B %Y", U"%d.%m.%Y", U"%d.%m.%Y", U"%#d. %B %Y", U"%A, %#d. %B %Y", U"%a, %#d. %b %Y",
-                   U"%B %Y", U"%m/%Y", U"%#d. %B", U"%#d.%#m.", U"%Y", U"%y", U"%Q %Y", U"%q %Y", U"%Y-W%U", U"%yW%U"});
-    p.set(53, U"%H:%M:%S").set(prop::am, U"").set(prop::pm, U"");
-    p.set_all(59, {U"Jan.", U"Feb.", U"März", U"Apr.", U"Mai", U"Juni", U"Juli", U"Aug.", U"Sept.", U"Okt.",
-                   U"Nov.", U"Dez."});
-    p.set_all(71, {U"Januar", U"Februar", U"März", U"April", U"Mai", U"Juni", U"Juli", U"August",
-                   U"September", U"Oktober", U"November", U"Dezember"});
-    p.set_all(107, {U"So.", U"Mo.", U"Di.", U"Mi.", U"Do.", U"Fr.", U"Sa."});
-    p.set_all(114, {U"Sonntag", U"Montag", U"Dienstag", U"Mittwoch", U"Donnerstag", U"Freitag", U"Samstag"});
-    p.compute_widths();
-    return p;
-}
+inline Properties english_like() { return sample_locale("english_like"); }
+inline Properties german_like() { return sample_locale("german_like"); }
 
 // A call record for a format function: its session lists another extension and then one whose
 // name begins with the tag, and its output is exactly `capacity` cells (default: the width)

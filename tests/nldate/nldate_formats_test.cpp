@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "calendar/missing_value.h"
+#include "case_table.h"
 #include "frame/registry.h"
 #include "library.h"
 #include "locale_data.h"
@@ -39,66 +40,32 @@ const Named all_formats[] = {
     {U"NLDATEYQS", vxfmtnldateyqs}, {U"NLDATEYR", vxfmtnldateyr},   {U"NLDATEYW", vxfmtnldateyw},
 };
 
-// The candidate lists and width skipping, which the sweep below takes from the format table.
-TEST(NldateFormats, CandidatesInOrder) {
-    Properties p = english_like();
-    ASSERT_EQ(p.width(31), 18u);  // "%B %#d, %Y": September, a day, ", " and the year
-    Harness h(p);
-    const struct {
-        format_fn format;
-        std::int32_t width;
-        std::string expected;  // the whole field
-    } cases[] = {
-        {vxfmtnldatel, 18, "March 5, 2024     "},   {vxfmtnldatel, 17, "Mar 5, 2024      "},  // 31 skipped by width
-        {vxfmtnldatel, 11, " 03/05/2024"},          {vxfmtnldate, 13, "March 5, 2024"},  // NLDATE: no skipping
-        {vxfmtnldate, 12, "Mar 5, 2024 "},          {vxfmtnldatew, 22, "Tue, Mar 5, 2024      "},
-        {vxfmtnldatew, 12, "TUESDAY     "},         {vxfmtnldatew, 8, "Tu      "},
-        {vxfmtnldatemn, 9, "MARCH    "},            {vxfmtnldatemn, 4, "Mar."},
-        {vxfmtnldatemn, 2, " 3"},                   {vxfmtnldateyql, 7, "Q1 2024"},
-        {vxfmtnldateyql, 6, "2024/1"},              {vxfmtnldatemdl, 6, "Mar 5 "},
-        {vxfmtnldatemdl, 5, "03/05"},               {vxfmtnldateyw, 8, "2024-W10"},
-        {vxfmtnldateyw, 7, "2410   "},
-    };
-    for (const auto& c : cases) {
-        EXPECT_EQ(h.run(c.format, tuesday, c.width), st::ok);
-        EXPECT_EQ(u8(h.field()), c.expected) << "width " << c.width;
-    }
+const Named* format_named(const std::string& name) {
+    for (const Named& f : all_formats)
+        if (u8(f.name) == name) return &f;
+    return nullptr;
 }
 
-TEST(NldateFormats, NumericSiblings) {
+// The case table: the candidate lists and width skipping (which the sweep below takes from the
+// format table), and the numeric siblings.
+TEST(NldateFormats, CandidatesAndSiblings) {
     Properties en = english_like();
     Properties de = german_like();
-    const double last_day = 6589335;  // 20000-12-31
-    const struct {
-        Properties* p;
-        format_fn format;
-        double day;
-        std::int32_t width;
-        std::string expected;
-    } cases[] = {
-        {&en, vxfmtnldates, tuesday, 12, "  03/05/2024"},
-        {&en, vxfmtnldates, tuesday, 9, " 03/05/24"},  // fewer than 4 cells left for the year
-        {&en, vxfmtnldates, tuesday, 7, " 030524"},    // separators go first
-        {&en, vxfmtnldates, tuesday, 5, "03/05"},      // width 5: the third part goes, one separator stays
-        {&en, vxfmtnldates, tuesday, 4, "0305"},
-        {&en, vxfmtnldates, tuesday, 3, "  3"},        // the month alone is not zero-padded
-        {&en, vxfmtnldates, day_of(2024, 11, 5), 1, "B"},  // a month alone in one cell: 1..9, A, B, C
-        {&en, vxfmtnldates, last_day, 10, "12/31/****"},
-        {&en, vxfmtnldates, last_day, 8, "12/31/00"},
-        {&de, vxfmtnldates, tuesday, 10, "05.03.2024"},
-        {&en, vxfmtnldateyms, tuesday, 6, " 03/24"},
-        {&de, vxfmtnldateyms, tuesday, 7, "03.2024"},
-        {&de, vxfmtnldatemds, tuesday, 8, "   05.03"},
-        {&en, vxfmtnldateyqs, day_of(2024, 5, 1), 6, "2024/2"},
-        {&de, vxfmtnldateyqs, day_of(2009, 12, 1), 5, " 09.4"},
-        {&de, vxfmtnldateyqs, day_of(2024, 5, 1), 4, "24.2"},
-        {&de, vxfmtnldateyqs, last_day, 6, "****.4"},
-    };
-    for (const auto& c : cases) {
-        Harness h(*c.p);
-        EXPECT_EQ(h.run(c.format, c.day, c.width), st::ok);
-        EXPECT_EQ(u8(h.field()), c.expected) << "width " << c.width;
-        EXPECT_EQ(h.call().produced, c.width);
+    ASSERT_EQ(en.width(31), 18u);  // "%B %#d, %Y": September, a day, ", " and the year
+    for (const case_table::Row& row : case_table::read("nldate/nldate_cases.tsv")) {
+        SCOPED_TRACE(row.where());
+        const Named* format = format_named(row[1]);
+        ASSERT_NE(format, nullptr);
+        const std::string& d = row[2];
+        const std::size_t dash = d.find('-');
+        Harness h(row[0] == "german_like" ? de : en);
+        EXPECT_EQ(h.run(format->function, day_of(std::stoi(d), std::stoul(d.substr(dash + 1)), std::stoul(d.substr(dash + 4))),
+                        row.integer(3)),
+                  st::ok);
+        EXPECT_EQ(u8(h.field()), row[4]);
+        if (row[5] != "-") {
+            EXPECT_EQ(h.call().produced, row.integer(5));
+        }
     }
     // A separator of more than one character is no separator.
     en.set(prop::date_separator, U", ");
@@ -211,11 +178,8 @@ TEST(NldateFormats, FrameGuards) {
         EXPECT_EQ(h.run(f.function, tuesday, 201), st::width_too_large) << name;
         EXPECT_EQ(h.run(f.function, tuesday, 0), st::width_too_small) << name;
         h.call().flags = 0;
-        // No instance in the session: 0xFFFFFFFF, the field untouched.
-        h.drop_instance();
-        EXPECT_EQ(h.run(f.function, tuesday, 12), st::instance_not_found) << name;
-        EXPECT_EQ(h.field(), std::u32string(12, Harness::guard));
-        EXPECT_EQ(h.call().produced, -1);
+        // No instance in the session: tests/frame/prologue_test.cpp, and every row in
+        // tests/hardening/abi_edges_test.cpp.
         // A buffer smaller than the width: nothing past the capacity either.
         for (std::int32_t capacity = 0; capacity <= 30; ++capacity) {
             Harness c(p);

@@ -19,6 +19,7 @@
 #include <string>
 #include <vector>
 
+#include "icu_text.h"
 #include "locale_data.h"
 #include "nlnum_fixture.h"
 #include "text_convert.h"
@@ -29,13 +30,7 @@ namespace {
 using namespace nlnum_test;
 using vxhost::to_utf8;
 
-bool latin_digits(const std::string& id) {
-    UErrorCode e = U_ZERO_ERROR;
-    UNumberingSystem* numbers = unumsys_open(id.c_str(), &e);
-    const bool latin = U_SUCCESS(e) && std::string(unumsys_getName(numbers)) == "latn";
-    unumsys_close(numbers);
-    return latin;
-}
+std::u32string normalised(std::u32string_view text) { return icu_text::trimmed(icu_text::blanked(std::u32string(text))); }
 
 // The exact decimal value of a double ("2.67499999999999982236431605997495353221893310546875");
 // glibc prints every digit. Minus zero is "0".
@@ -47,28 +42,6 @@ std::string exact(double v) {
     s.erase(s.find_last_not_of('0') + 1);
     if (s.back() == '.') s.pop_back();
     return s;
-}
-
-// Unicode spaces as one blank, blanks around the text left out.
-std::u32string normalised(std::u32string_view text) {
-    std::u32string out;
-    for (char32_t c : text)
-        out += u_isUWhiteSpace(static_cast<UChar32>(c)) || u_charType(static_cast<UChar32>(c)) == U_SPACE_SEPARATOR
-                   ? U' '
-                   : c;
-    const std::size_t from = out.find_first_not_of(U' ');
-    if (from == std::u32string::npos) return {};
-    return out.substr(from, out.find_last_not_of(U' ') - from + 1);
-}
-
-std::u32string widen(const UChar* text, int32_t length) {
-    std::u32string out;
-    for (int32_t i = 0; i < length;) {
-        UChar32 c;
-        U16_NEXT(text, i, length, c);
-        out += static_cast<char32_t>(c);
-    }
-    return out;
 }
 
 struct Icu {
@@ -95,13 +68,13 @@ struct Icu {
         UChar text[16];
         UErrorCode e = U_ZERO_ERROR;
         const int32_t n = unum_getSymbol(format, which, text, 16, &e);
-        return widen(text, n);
+        return icu_text::widen(text, n);
     }
     std::u32string operator()(const std::string& decimal) const {
         UChar out[128];
         UErrorCode e = U_ZERO_ERROR;
         const int32_t n = unum_formatDecimal(format, decimal.c_str(), -1, out, 128, nullptr, &e);
-        return U_SUCCESS(e) ? widen(out, n) : U"<icu failed>";
+        return U_SUCCESS(e) ? icu_text::widen(out, n) : U"<icu failed>";
     }
 };
 
@@ -119,7 +92,7 @@ TEST(IcuOracle, EveryLatinDigitLocaleAtWidth32) {
     std::vector<std::string> secondary_grouping, other_percent;
     std::size_t locales = 0, compared = 0, mismatches = 0;
     for (const std::string& id : vxhost::locale_names()) {
-        if (!latin_digits(id)) continue;
+        if (!icu_text::latin_digits(id.c_str())) continue;
         ++locales;
         UErrorCode e = U_ZERO_ERROR;
         const Icu own(unum_open(UNUM_DECIMAL, nullptr, 0, id.c_str(), nullptr, &e));

@@ -8,6 +8,7 @@
 #include <string>
 
 #include "calendar/missing_value.h"
+#include "case_table.h"
 #include "nlnum_fixture.h"
 #include "text_convert.h"
 
@@ -26,30 +27,10 @@ std::string format(const std::string& locale, std::u32string_view name, int widt
 }
 
 TEST(NlnumFormats, RecordsAndSigns) {
-    const struct {
-        const char* locale;
-        std::u32string_view name;
-        double value;
-        int width, decimals;
-        const char* expected;
-    } cases[] = {
-        {"de_DE", U"NLNUM", 1234.5, 10, 2, "  1.234,50"},
-        {"de_DE", U"NLNUMI", -1234.5, 10, 2, " -1,234.50"},   // "." and "," by 3 in a "," locale
-        {"de_CH", U"NLNUM", 1234567.5, 12, 1, " 1’234’567.5"},
-        {"en_IN", U"NLNUM", 1234567.5, 12, 1, " 1,234,567.5"}, // "3;2" groups by its first size only
-        {"en_US", U"NLPCT", 0.125, 8, 1, "   12.5%"},
-        {"en_US", U"NLPCT", -0.5, 6, 0, "  -50%"},
-        {"de_DE", U"NLPCT", 0.125, 8, 1, "   12,5%"},
-        {"de_DE", U"NLPCTI", 12.345, 10, 1, "  1,234.5%"},
-        {"fr_FR", U"NLPCT", -0.0, 5, 0, "   0%"},              // minus zero shows no sign
-        {"en_US", U"NLPCT", 123.456, 6, 1, "12346%"},          // grouping, then the decimal
-        {"en_US", U"NLPCT", 123.456, 5, 1, "*****"},
-    };
-    for (const auto& c : cases) {
+    for (const case_table::Row& row : case_table::read("nlnum/nlnum_cases.tsv")) {
         status code = 1;
-        EXPECT_EQ(format(c.locale, c.name, c.width, c.decimals, c.value, &code), c.expected)
-            << c.locale << " " << to_utf8(c.name) << " " << c.value;
-        EXPECT_EQ(code, 0u);
+        EXPECT_EQ(format(row[0], row.wide(1), row.integer(3), row.integer(4), row.number(2), &code), row[5]) << row.where();
+        EXPECT_EQ(code, 0u) << row.where();
     }
 }
 

@@ -2,10 +2,12 @@
 // the parenthesis blank, the 32-character cap, the missing value and the unsupported record.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <string>
 
 #include "calendar/missing_value.h"
+#include "case_table.h"
 #include "nlnum/number_renderer.h"
 #include "nlnum_fixture.h"
 #include "text_convert.h"
@@ -45,47 +47,18 @@ NumberConventions german() {
 }
 
 TEST(NumberRenderer, RetryOrderAndPatterns) {
-    const struct {
-        NumberConventions conventions;
-        double value;
-        int width, decimals;
-        const char* expected;
-    } cases[] = {
-        {english(), 1234567.891, 14, 2, "  1,234,567.89"},
-        {english(), 1234567.891, 12, 2, "1,234,567.89"},  // fills the field exactly
-        {english(), 1234567.891, 11, 2, " 1234567.89"},   // grouping goes before any decimal
-        {english(), 1234567.891, 9, 2, "1234567.9"},      // then a decimal
-        {english(), 1234567.891, 7, 2, "1234568"},        // then all of them
-        {english(), 1234567.891, 6, 2, " 1E+06"},         // then the kernel's "E" notation
-        {english(), 1234567.891, 4, 2, "****"},           // then nothing fits
-        {english(), -1234.5, 9, 2, "-1,234.50"},
-        {english(), -1234.5, 8, 2, "-1234.50"},
-        {german(), 1234.5, 9, 2, " 1.234,50"},
-        {english(), 0.125, 5, 2, " 0.13"},                // half away from zero on the exact value
-        {english(), 2.675, 5, 2, " 2.67"},                // 2.67499999... is below the tie
-        {english(), -0.0, 4, 1, " 0.0"},                  // minus zero is not below zero
-        {english(), -0.001, 6, 2, " -0.00"},              // a negative value keeps its sign
-        {english(), 999, 3, 0, "999"},
-        {english(), 1000, 4, 0, "1000"},                  // "1,000" does not fit: ungrouped
-        {parentheses(), 5, 8, 2, "   5.00 "},             // the blank that lines up with ")"
-        {parentheses(), -5, 8, 2, "  (5.00)"},
-        {parentheses(), 0, 8, 2, "    0.00"},             // zero gets no blank, deliberately
-        {parentheses(), 12345, 6, 0, "12345 "},
-        {parentheses(), 123456, 6, 0, "1E+05 "},          // the blank counts: 7 characters
-        {sign_after(), -5, 6, 0, "    5-"},
-        {euro_before(), -1234.5, 14, 2, " -EUR 1,234.50"},
-        {euro_before(), -1234.5, 12, 2, "-EUR 1234.50"},
-        {euro_before(), -1234.5, 11, 2, "-EUR 1234.5"},
-        {euro_before(), 7, 5, 0, "EUR 7"},
-        {no_point(), 2.5, 6, 2, "     3"},               // no decimals, whatever the call asks
-        {no_point(), 1234.4, 6, 3, " 1,234"},
-    };
+    const std::pair<std::string_view, NumberConventions> records[] = {
+        {"english", english()},  {"german", german()},         {"parentheses", parentheses()},
+        {"sign_after", sign_after()}, {"euro_before", euro_before()}, {"no_point", no_point()}};
     Renderer r;
-    for (const auto& c : cases) {
-        EXPECT_EQ(r.run(c.conventions, c.value, c.width, c.decimals), 0);
-        EXPECT_EQ(to_utf8(r.text()), c.expected) << c.value << " width " << c.width << "." << c.decimals;
-        EXPECT_EQ(r.call().produced, c.width);
-        EXPECT_EQ(r.call().decimals, c.decimals) << "decimals restored";
+    for (const case_table::Row& row : case_table::read("nlnum/renderer_cases.tsv")) {
+        SCOPED_TRACE(row.where());
+        const auto record = std::find_if(std::begin(records), std::end(records), [&](auto& c) { return c.first == row[0]; });
+        ASSERT_NE(record, std::end(records));
+        EXPECT_EQ(r.run(record->second, row.number(1), row.integer(2), row.integer(3)), 0);
+        EXPECT_EQ(to_utf8(r.text()), row[4]);
+        EXPECT_EQ(r.call().produced, row.integer(2));
+        EXPECT_EQ(r.call().decimals, row.integer(3)) << "decimals restored";
         EXPECT_TRUE(r.guards_intact());
     }
 }

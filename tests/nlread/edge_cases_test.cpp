@@ -8,6 +8,7 @@
 #include <cmath>
 #include <string>
 
+#include "case_table.h"
 #include "frame/abi.h"
 #include "library.h"
 #include "pool.h"
@@ -63,57 +64,19 @@ void expect(const Case& k, const Outcome& o) {
 
 constexpr double m = std::numeric_limits<double>::quiet_NaN();
 
-const Case cases[] = {
-    {"de_DE", U"@NLNUM", 12, 2, U"1.234,5", 0, 1234.5},
-    {"de_DE", U"@NLNUM", 12, 2, U"   -1.234,5", 0, -1234.5},
-    {"de_DE", U"@NLNUM", 12, 2, U"12", 0, 12},  // no implied decimals on the locale path
-    {"de_DE", U"@NLNUM", 12, 2, U"1,5E+03", 0, 1500},
-    {"de_DE", U"@NLNUM", 12, 2, U"     ", 1, untouched},
-    {"de_DE", U"@NLNUM", 12, 2, U"'1.000'", 1, untouched},  // refused before parsing: one-character separator
-    {"de_DE", U"@NLNUM", 12, 2, U"abc", 1, m},
-    {"en_US", U"@NLNUM", 40, 0, U"123456789012345678901234567890129", 0, 12345678901234567890123456789012.0},
-    {"en_US", U"@NLNUM", 12, 0, U"1,234-", 0, -1234},       // a trailing sign
-    {"he_IL", U"@NLNUM", 12, 1, U"\u200E-1,234.5", 0, -1234.5},  // a sign of two characters
-    {"de_DE", U"@NLNUMI", 12, 1, U"1,234.5", 0, 1234.5},
-    {"de_DE", U"@NLPCT", 12, 1, U"-12,5%", 0, -0.125},
-    {"de_DE", U"@NLPCT", 12, 0, U"(12)%", 0, -0.12},
-    {"en_US", U"@NLMNY", 12, 2, U"-$1,234.50", 0, -1234.5},
-    {"en_US", U"@NLMNY", 12, 2, U"USD1,234.50", 0, 1234.5},  // the other record's symbol goes too
-    {"de_DE", U"@NLMNYI", 16, 2, U"1,5E+03 EUR", 0, 1500},   // the exponent's E survives "EUR"
-    {"es_PA", U"@NLMNY", 16, 2, U"-B/. 1,234.50", 0, -1234.5},  // the symbol's "." is not the point
-    {"es_PA", U"@NLMNY", 16, 0, U"B/. 1,235", 0, 1235},
-    {"da_DK", U"@NLMNY", 16, 2, U"-1.234,50 kr.", 0, -1234.5},
-    {"de_CH", U"@NLMNY", 16, 2, U"CHF-1\u2019234.50", 0, -1234.5},
-    {"de", U"@NLMNY", 16, 2, U"$1,234", 0, 1234},  // no currency: classic text, still no implied decimals
-    // Blanks: the locale's U+202F or U+00A0 typed as either no-break space or a plain blank.
-    {"fr_FR", U"@NLNUM", 12, 1, U"-1\u202F234,5", 0, -1234.5},
-    {"fr_FR", U"@NLNUM", 12, 1, U"-1\u00A0234,5", 0, -1234.5},
-    {"fr_FR", U"@NLNUM", 12, 1, U"-1 234,5", 0, -1234.5},
-    {"ru_RU", U"@NLNUM", 12, 1, U"1\u202F234,5", 0, 1234.5},
-    {"ru_RU", U"@NLNUM", 12, 1, U"1 234,5", 0, 1234.5},
-    {"fr_FR", U"@NLMNY", 16, 2, U"1\u202F234,50\u00A0€", 0, 1234.5},
-    {"fr_FR", U"@NLMNY", 16, 2, U"1 234,50 €", 0, 1234.5},
-    {"fr_FR", U"@NLMNY", 16, 2, U"1\u00A0234,50\u202F€", 0, 1234.5},
-    {"fr_FR", U"@NLMNIEUR", 16, 2, U"1\u202F234,50 EUR", 0, 1234.5},
-    {"fr_FR", U"@NLMNLEUR", 16, 2, U"1 234,50 €", 0, 1234.5},
-    {"fr_FR", U"@NLMNLEUR", 16, 2, U"1\u00A0234,50\u00A0€", 0, 1234.5},
-    // The fixed-currency informats answer 0 whatever the reading gave.
-    {"en_US", U"@NLMNIUSD", 12, 2, U"USD1,234.50", 0, 1234.5},
-    {"en_US", U"@NLMNIUSD", 12, 2, U"-USD12.00", 0, -12},
-    {"en_US", U"@NLMNIUSD", 12, 2, U"12", 0, 12},
-    {"en_US", U"@NLMNIUSD", 12, 2, U"USD12USD", 0, 12},  // every occurrence of the symbol goes
-    {"en_US", U"@NLMNIUSD", 12, 2, U"abc", 0, m},
-    {"en_US", U"@NLMNLCHF", 12, 2, U"SFr.1,234.50", 0, 1234.5},
-    {"de_DE", U"@NLMNLEUR", 16, 2, U"-1.234,50 €", 0, -1234.5},
-    {"de_DE", U"@NLMNLCHF", 16, 2, U"1.234,50 SFr.", 0, 1234.5},  // a symbol holding the separator
-};
-
+// The case table: separators, sign forms, the symbol-with-a-point rule, no implied decimals, the
+// 32-character cap, blanks typed where the locale writes a no-break space, refusals.
 TEST(NumberInformats, EdgeCases) {
     // One instance per locale: the fixed-currency informats keep the first call's conventions.
-    for (const Case& k : cases) {
+    for (const case_table::Row& row : case_table::read("nlread/edge_cases.tsv")) {
+        SCOPED_TRACE(row.where());
+        const std::u32string informat = row.wide(1), text = row.wide(4);
+        const double expected = row[6] == "untouched" ? untouched : row[6] == "missing" ? m : row.number(6);
         vxhost::Library library;
-        vxhost::Session session(library, {.locale = k.locale});
-        expect(k, call(library, session, k.informat, k.width, k.decimals, k.text));
+        vxhost::Session session(library, {.locale = row[0]});
+        expect({row[0].c_str(), informat.c_str(), row.integer(2), row.integer(3), text.c_str(),
+                static_cast<vxlocfmt::status>(row.integer(5)), expected},
+               call(library, session, informat.c_str(), row.integer(2), row.integer(3), text));
     }
 }
 

@@ -8,6 +8,7 @@
 #include <random>
 #include <string>
 
+#include "case_table.h"
 #include "exact_reference.h"
 #include "number_formatter.h"
 
@@ -148,38 +149,15 @@ TEST(NumberFormatter, BestFitIsTheRoundedValueAtWhatItShows) {
 }
 
 TEST(NumberFormatter, Narrowing) {
-    struct Case {
-        double value;
-        int width, decimals;
-        std::uint32_t mode;
-        const char* text;
-        status code;
-    };
-    const Case cases[] = {
-        {1234567.891, 12, 2, vxhost::mode_grouped, "1,234,567.89", 0},
-        {1234567.891, 11, 2, vxhost::mode_grouped, "1,234,567.9", st::number_shortened},
-        {1234567.891, 9, 2, vxhost::mode_grouped, "1,234,568", st::number_shortened},
-        {1234567.891, 8, 2, vxhost::mode_grouped, "1234568", st::number_shortened},
-        {1234567.891, 10, 2, vxhost::mode_fixed, "1234567.89", 0},
-        {1234567.891, 9, 2, vxhost::mode_fixed, "1234567.9", st::number_shortened},
-        {1234567.891, 6, 2, vxhost::mode_fixed, "1E+06", st::number_shortened},
-        {9.96, 3, 2, vxhost::mode_fixed, "10", st::number_shortened},
-        {-0.0001, 1, 2, vxhost::mode_fixed, "0", st::number_shortened},  // rounds to zero: no sign cell
-        {-1e15, 12, 2, vxhost::mode_fixed, "-1.00000E+15", st::number_shortened},
-        {1e300, 4, 0, vxhost::mode_fixed, "****", st::number_shortened},
-        {0.1 + 0.2, 20, 0, vxhost::mode_best_fit, "0.3", 0},
-        {1.0 / 3, 12, 0, vxhost::mode_best_fit, "0.3333333333", 0},
-        {1.234e-10, 12, 0, vxhost::mode_best_fit, "1.234E-10", 0},
-        {0.001234, 12, 0, vxhost::mode_best_fit, "0.001234", 0},
-        {-123456789012.0, 12, 0, vxhost::mode_best_fit, "-1.23457E+11", 0},
-        {1e15, 32, 0, vxhost::mode_best_fit, "1000000000000000", 0},
-        {-0.0, 5, 0, vxhost::mode_best_fit, "0", 0},
-        {12345.678, 6, 2, vxhost::mode_exponential, "1E+04", st::number_shortened},
-    };
-    for (const Case& c : cases) {
-        const Rendered got = render(c.value, c.width, c.decimals, c.mode);
-        EXPECT_EQ(got.text, c.text) << c.value << " width " << c.width;
-        EXPECT_EQ(got.code, c.code) << c.value << " width " << c.width;
+    const std::pair<std::string_view, std::uint32_t> modes[] = {{"fixed", vxhost::mode_fixed}, {"grouped", vxhost::mode_grouped},
+                                                                {"best_fit", vxhost::mode_best_fit},
+                                                                {"exponential", vxhost::mode_exponential}};
+    for (const case_table::Row& row : case_table::read("numbers/narrowing_cases.tsv")) {
+        std::uint32_t mode = 99;
+        for (const auto& [name, m] : modes) mode = name == row[3] ? m : mode;
+        const Rendered got = render(row.number(0), row.integer(1), row.integer(2), mode);
+        EXPECT_EQ(got.text, row[4]) << row.where();
+        EXPECT_EQ(got.code, row[5] == "shortened" ? st::number_shortened : 0u) << row.where();
     }
 }
 
