@@ -1,0 +1,28 @@
+/*
+ * Where a format under the byte wrapper may narrow its text as it writes it: the caller's byte
+ * field, the bytes the fit test would convert into, and the identity bound. A writer that copies
+ * its cells anyway narrows them in the same moves and says how many it narrowed; the fit test
+ * then has nothing left to convert (session_fit.h: narrowing_target, fits_narrowed).
+ *
+ *   NarrowedBytes target;
+ *   if (narrowing_target(call, width, &target)) ... expand(..., &target) ...
+ *   if (!fits_narrowed(call, text, target) && !fits_session_encoding(call, text, width)) ...
+ */
+#pragma once
+
+#include <cstdint>
+
+#include "frame/abi.h"
+
+namespace vxlocfmt {
+
+struct NarrowedBytes {
+    unsigned char* bytes = nullptr;  // the caller's field
+    std::int32_t room = 0;           // bytes a writer may store there
+    wchar bound = 0;                 // every narrowed cell must be below it (a power of two)
+    // Set by the writer: cells from the text's start now in `bytes` one byte each, all below the
+    // bound, written in the same call; 0 when it narrowed nothing usable.
+    std::int32_t cells = 0;
+};
+
+}  // namespace vxlocfmt
