@@ -2,7 +2,7 @@
 // row's alignment letter; a format that answers its common cases in bytes itself (direct_bytes)
 // is asked first.
 #include "frame/byte_output.h"
-#include "nldate/name_bytes.h"
+#include "nldate/byte_answers.h"
 
 #define VX_IN(name, fn, minw, maxw, defw, maxd, defd)
 #define VX_FMT(name, fn, minw, maxw, defw, maxd, defd, xw, align)                          \

@@ -12,7 +12,7 @@
 #include "frame/session_fit.h"
 #include "locale/property_numbers.h"
 #include "locale/property_table.h"
-#include "nldate/name_bytes.h"
+#include "nldate/byte_answers.h"
 #include "text/case_mapping.h"
 
 namespace vxlocfmt::nldate {
@@ -83,9 +83,6 @@ void blank_bytes(unsigned char* at, std::int32_t n) {
     }
 }
 
-// Widths the wrapper renders into the stack; a wider call or output record takes its path.
-constexpr std::int32_t direct_cells = 256;
-
 // The wrapper's answer where it is certain: the name, upper-cased when asked, fits the width in
 // session bytes (the format's own test) and the caller's field, and is followed by one 0x20 byte
 // for each blank after it (a stateless encoding with blanks below its identity bound converts
@@ -95,7 +92,7 @@ constexpr std::int32_t direct_cells = 256;
 bool name_bytes(FmtCall& call, FmtCall& out, registry::Limits limits, name_set set, status* result) {
     void* transcoder = call.session_transcoder;
     const std::int32_t width = call.width;
-    if (!transcoder || width < 1 || width > direct_cells || out.width > direct_cells || !out.output) return false;
+    if (!transcoder || width < 1 || width > direct_bytes_cells || out.width > direct_bytes_cells || !out.output) return false;
     if (session_bytes::identity_mask_bound(transcoder) <= U' ') return false;
     if (!call.property_cache || !find_instance(call) || check_limits(call, limits) != st::ok) return false;
     const double value = *static_cast<const double*>(call.input);

@@ -106,7 +106,7 @@ Converted wrapper_rules(Transcoder* t, std::u32string_view wide, std::int32_t fi
 
 TEST(KeptBytes, FormatsThroughTheWrapperWithOtherOutputRecords) {
     vxhost::Library library;
-    const char32_t* const rows[] = {U"NLDATE", U"NLDATEW", U"NLDATEMN", U"NLDATM", U"NLTIME", U"WEEKV", U"NLSTRMON", U"NLSTRWK"};
+    const char32_t* const rows[] = {U"NLDATE", U"NLDATEW", U"NLDATEMN", U"NLDATM", U"NLTIME", U"WEEKV", U"WEEKU", U"NLSTRMON", U"NLSTRWK"};
     std::mt19937_64 random(0x0B7E);
     int checked = 0, failures = 0;
     for (const char* locale : {"de_DE", "ja_JP", "ru_RU"}) {
