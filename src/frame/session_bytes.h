@@ -39,43 +39,6 @@ inline bool all_below(const wchar* text, std::int32_t count, wchar bound) {
     return seen < bound;
 }
 
-// Narrows `count` cells (at least 4) into `count` bytes with the processor's saturating packs,
-// sixteen or four a step, the last step overlapping the one before: true when every cell is
-// below the bound (the bytes are then the cells), else the bytes are scratch. The steps depend
-// on the count alone.
-inline bool narrow_packed(const wchar* text, std::int32_t count, unsigned char* dest, wchar bound) {
-#if defined(__SSE2__)
-    const auto load = [&](std::int32_t i) { return _mm_loadu_si128(reinterpret_cast<const __m128i*>(text + i)); };
-    __m128i seen = _mm_setzero_si128();
-    std::int32_t i = 0;
-    for (; i + 16 <= count; i += 16) {
-        const __m128i a = load(i), b = load(i + 4), c = load(i + 8), d = load(i + 12);
-        // Exact for cells below 0x100, all that a narrowing that counts ever holds.
-        _mm_storeu_si128(reinterpret_cast<__m128i*>(dest + i),
-                         _mm_packus_epi16(_mm_packs_epi32(a, b), _mm_packs_epi32(c, d)));
-        seen = _mm_or_si128(seen, _mm_or_si128(_mm_or_si128(a, b), _mm_or_si128(c, d)));
-    }
-    const auto four = [&](std::int32_t at) {
-        const __m128i a = load(at);
-        const __m128i packed = _mm_packus_epi16(_mm_packs_epi32(a, a), a);
-        const auto bytes = static_cast<std::uint32_t>(_mm_cvtsi128_si32(packed));
-        std::memcpy(dest + at, &bytes, 4);
-        seen = _mm_or_si128(seen, a);
-    };
-    for (; i + 4 <= count; i += 4) four(i);
-    if (i < count) four(count - 4);
-    const __m128i over = _mm_and_si128(seen, _mm_set1_epi32(static_cast<int>(~(bound - 1))));
-    return _mm_movemask_epi8(_mm_cmpeq_epi32(over, _mm_setzero_si128())) == 0xFFFF;
-#else
-    wchar seen = 0;
-    for (std::int32_t i = 0; i < count; ++i) {
-        seen |= text[i];
-        dest[i] = static_cast<unsigned char>(text[i]);
-    }
-    return seen < bound;
-#endif
-}
-
 // Narrows `count` cells into `count` bytes, four a step with the last step overlapping the one
 // before; true when every cell is below the bound (the bytes are then theirs), false at the
 // first step that meets one that is not. For a count
@@ -115,16 +78,24 @@ inline bool narrow(wchar bound, const wchar* text, std::int32_t count, unsigned 
     *done = 0;
     if (!bound || count < 0 || room < 0 || (!dest && room != 0)) return false;
     const std::int32_t stored = std::min(count, room);
-    // Most texts are below the bound: packed at once, with no test per character.
-    if (stored >= 4 && narrow_packed(text, stored, dest, bound) && all_below(text + stored, count - stored, bound)) {
-        *done = stored;
-        *produced = stored;
-        *answer = stored == count ? st::ok : st::does_not_fit;
-        return true;
-    }
     // Narrowed four characters a step while the bound is tested; the first step that finds a
     // character at or above it gives up.
     std::int32_t i = 0;
+#if defined(__SSE2__)
+    // The four cells in one register, tested with one mask and packed with the processor's
+    // saturating packs (exact below 0x100, all that a step that passes holds).
+    const __m128i high = _mm_set1_epi32(static_cast<int>(~(bound - 1)));
+    for (; i + 4 <= stored; i += 4) {
+        const __m128i cells = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text + i));
+        if (_mm_movemask_epi8(_mm_cmpeq_epi32(_mm_and_si128(cells, high), _mm_setzero_si128())) != 0xFFFF) {
+            *done = i;
+            return false;
+        }
+        const auto four = static_cast<std::uint32_t>(_mm_cvtsi128_si32(
+            _mm_packus_epi16(_mm_packs_epi32(cells, cells), cells)));
+        std::memcpy(dest + i, &four, 4);
+    }
+#else
     for (; i + 4 <= stored; i += 4) {
         const wchar a = text[i], b = text[i + 1], c = text[i + 2], d = text[i + 3];
         if ((a | b | c | d) >= bound) {
@@ -134,6 +105,7 @@ inline bool narrow(wchar bound, const wchar* text, std::int32_t count, unsigned 
         const std::uint32_t four = a | b << 8 | c << 16 | d << 24;
         std::memcpy(dest + i, &four, 4);
     }
+#endif
     *done = i;
     wchar seen = 0;
     for (; i < stored; ++i) {
