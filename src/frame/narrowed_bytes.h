@@ -16,13 +16,14 @@
 
 namespace vxlocfmt {
 
+// Left unset until narrowing_target fills it (a wide call does not pay for it).
 struct NarrowedBytes {
-    unsigned char* bytes = nullptr;  // the caller's field
-    std::int32_t room = 0;           // bytes a writer may store there
-    wchar bound = 0;                 // every narrowed cell must be below it (a power of two)
+    unsigned char* bytes;  // the caller's field
+    std::int32_t room;     // bytes a writer may store there
+    wchar bound;           // every narrowed cell must be below it (a power of two)
     // Set by the writer: cells from the text's start now in `bytes` one byte each, all below the
     // bound, written in the same call; 0 when it narrowed nothing usable.
-    std::int32_t cells = 0;
+    std::int32_t cells;
 };
 
 }  // namespace vxlocfmt

@@ -115,19 +115,19 @@ status format_by_candidates(FmtCall& call, void* extra, const candidate_format& 
     // Under the byte wrapper the expander narrows the field into the caller's bytes as it writes
     // it, and the fit test keeps them when they are the whole answer.
     NarrowedBytes target;
-    const bool narrowing = call.byte_mode && narrowing_target(call, width, &target);
+    NarrowedBytes* const narrowed = call.byte_mode && narrowing_target(call, width, &target) ? &target : nullptr;
 
     for (const pattern_row& row : format.rows) {
         if ((row.number & 0xFF) == sibling_row) return format.sibling(&call, extra);
         const candidate c = candidate_of(row, properties);
         if (format.skip_by_width && c.needed > width) continue;
         std::int32_t produced = width;
-        target.cells = 0;
-        if (expand_candidate(call, format, row, c, &produced, narrowing ? &target : nullptr) != expand_ok) continue;
+        if (narrowed) narrowed->cells = 0;
+        if (expand_candidate(call, format, row, c, &produced, narrowed) != expand_ok) continue;
         if (call.byte_mode) {
             // The expander writes every stored cell: the text, then blanks.
             const std::u32string_view text(field.data(), static_cast<std::size_t>(std::min(produced, field.stored())));
-            if (!fits_narrowed(call, text, field.stored(), target) &&
+            if (!(narrowed && fits_narrowed(call, text, field.stored(), *narrowed)) &&
                 !fits_session_encoding(call, text, width, field.stored()))
                 continue;
         }

@@ -604,6 +604,15 @@ void keep_zone_offset(const OutputField& field, std::int32_t span, const Value& 
     field.write(span - n, std::u32string_view(tail + (zone_text_cells + 1 - n), static_cast<std::size_t>(n)));
 }
 
+// Under the byte wrapper: the field's cells also into the caller's bytes as they are copied, so
+// that the fit test has nothing left to convert when they are all below the bound. Out of line:
+// the wide call's copy stays as it was.
+[[gnu::noinline]] void copy_narrowing(const OutputField& field, const wchar* cells, std::int64_t n,
+                                      NarrowedBytes& narrowed) {
+    const bool below = field.write_front_narrowing(cells, n, narrowed.bytes, narrowed.bound);
+    narrowed.cells = below ? static_cast<std::int32_t>(n) : 0;
+}
+
 std::int32_t clamp_length(std::int64_t n) {
     return static_cast<std::int32_t>(std::min<std::int64_t>(n, std::numeric_limits<std::int32_t>::max()));
 }
@@ -679,14 +688,10 @@ std::int32_t expand(const wchar* pattern, std::int32_t length, wchar* output, st
         const std::int64_t text_end = std::min<std::int64_t>(text.count(), work_cells);
         const std::int64_t blanks = framed;
         blank_blocks(text_cells + text_end, text_end + blanks <= work_cells ? blanks : framed - text_end);
-        if (narrowed && fits && framed <= narrowed->room) {
-            // Under the byte wrapper: the same cells into the caller's bytes as they are copied,
-            // so that the fit test has nothing left to convert when they are all below the bound.
-            const bool below = field.write_front_narrowing(text_cells, framed, narrowed->bytes, narrowed->bound);
-            narrowed->cells = below ? framed : 0;
-        } else {
+        if (narrowed && fits && framed <= narrowed->room) [[unlikely]]
+            copy_narrowing(field, text_cells, framed, *narrowed);
+        else
             field.write_front(text_cells, framed);
-        }
         field.fill(framed, field.stored(), U' ');
     } else if (fits) {
         // Right-aligned: blanks, the text, and nothing after it.
