@@ -1,12 +1,13 @@
 /*
  * Where a format under the byte wrapper may narrow its text as it writes it: the caller's byte
  * field, the bytes the fit test would convert into, and the identity bound. A writer that copies
- * its cells anyway narrows them in the same moves and says how many it narrowed; the fit test
- * then has nothing left to convert (session_fit.h: narrowing_target, fits_narrowed).
+ * its cells anyway tests them as it moves them and, when all are below the bound, packs them into
+ * the bytes and says how many; the fit test then has nothing left to convert (session_fit.h:
+ * narrowing_target, fits_narrowed).
  *
  *   NarrowedBytes target;
  *   if (narrowing_target(call, width, &target)) ... expand(..., &target) ...
- *   if (!fits_narrowed(call, text, target) && !fits_session_encoding(call, text, width)) ...
+ *   if (!fits_narrowed(call, text, readable, target) && !fits_session_encoding(...)) ...
  */
 #pragma once
 
