@@ -141,8 +141,10 @@ VX_EXPORT status vxfmtnlbyte(FmtCall* call, FmtCall* out, void* extra, int align
     format(&wide, extra);
     const std::int32_t produced = std::clamp(wide.produced, 0, cells);
 
-    // The wide format may have built the call's property table on its copy: keep it.
-    call->property_cache = wide.property_cache;
+    // The wide format may have built the call's property table on its copy: keep it. Stored
+    // only when it changed: the next call's copy loads this word as part of a 16-byte piece, and
+    // a load across a fresh narrower store waits until the store is done.
+    if (call->property_cache != wide.property_cache) call->property_cache = wide.property_cache;
 
     status result = st::ok;
     if (!call->session_transcoder ||

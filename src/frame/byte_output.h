@@ -13,3 +13,17 @@
 // the call record itself. alignment: 'l' cuts a long result, 'r' right-justifies it.
 VX_EXPORT vxlocfmt::status vxfmtnlbyte(vxlocfmt::FmtCall* call, vxlocfmt::FmtCall* out, void* extra,
                                        int alignment, vxlocfmt::format_fn format);
+
+namespace vxlocfmt {
+
+// A format whose byte variant answers its common cases in bytes itself, without the wide round
+// trip through the wrapper, specialises this next to its code (declared where byte_variants.cpp
+// sees it). `answer` writes the bytes, sets `*result` and returns true only where the wrapper
+// would answer exactly so; false leaves the call to the wrapper as if it had not been asked.
+template <format_fn Format>
+struct direct_bytes {
+    static constexpr bool offered = false;
+    static bool answer(FmtCall*, FmtCall*, status*) { return false; }
+};
+
+}  // namespace vxlocfmt

@@ -1,11 +1,17 @@
 // The `_b` variant of every format: the shared byte wrapper around the wide format, with the
-// row's alignment letter.
+// row's alignment letter; a format that answers its common cases in bytes itself (direct_bytes)
+// is asked first.
 #include "frame/byte_output.h"
+#include "nldate/byte_answers.h"
 
 #define VX_IN(name, fn, minw, maxw, defw, maxd, defd)
 #define VX_FMT(name, fn, minw, maxw, defw, maxd, defd, xw, align)                          \
     extern "C" vxlocfmt::status fn(vxlocfmt::FmtCall*, void*);                               \
     VX_EXPORT vxlocfmt::status fn##_b(vxlocfmt::FmtCall* call, vxlocfmt::FmtCall* out, void* extra_word) { \
+        if constexpr (vxlocfmt::direct_bytes<fn>::offered) {                                   \
+            vxlocfmt::status result = 0;                                                        \
+            if (vxlocfmt::direct_bytes<fn>::answer(call, out ? out : call, &result)) return result; \
+        }                                                                                       \
         return vxfmtnlbyte(call, out, extra_word, align, fn);                                  \
     }
 #include "frame/registry_rows.inc"

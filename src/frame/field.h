@@ -15,6 +15,10 @@
 
 #include "frame/abi.h"
 
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
 namespace vxlocfmt {
 
 // Copies n cells: from 16 on in blocks of 16, the rest as one more block overlapping the one
@@ -35,6 +39,49 @@ namespace vxlocfmt {
 }
 [[gnu::noinline]] inline void copy_cells(wchar* to, const wchar* from, std::int64_t n) {
     copy_cells_inline(to, from, n);
+}
+
+// copy_cells_inline that also narrows each cell into one byte of `bytes`, sixteen a step (the last
+// step overlapping the one before), packed with the processor's saturating packs where it has
+// them. True when every cell is below `bound` (a power of two, at most 0x100): the bytes are then
+// the cells themselves. Otherwise nothing is written to `bytes` (a text beyond the bound goes to
+// the transcoder, which writes them; bytes stored here first measurably slowed that path).
+[[gnu::always_inline]] inline bool copy_narrowing_inline(wchar* to, unsigned char* bytes, const wchar* from,
+                                                         std::int64_t n, wchar bound) {
+#if defined(__SSE2__)
+    if (n >= 16) {
+        const auto load = [&](std::int64_t i) { return _mm_loadu_si128(reinterpret_cast<const __m128i*>(from + i)); };
+        __m128i seen = _mm_setzero_si128();
+        const auto copy = [&](std::int64_t i) {
+            const __m128i a = load(i), b = load(i + 4), c = load(i + 8), d = load(i + 12);
+            _mm_storeu_si128(reinterpret_cast<__m128i*>(to + i), a);
+            _mm_storeu_si128(reinterpret_cast<__m128i*>(to + i + 4), b);
+            _mm_storeu_si128(reinterpret_cast<__m128i*>(to + i + 8), c);
+            _mm_storeu_si128(reinterpret_cast<__m128i*>(to + i + 12), d);
+            seen = _mm_or_si128(seen, _mm_or_si128(_mm_or_si128(a, b), _mm_or_si128(c, d)));
+        };
+        const auto pack = [&](std::int64_t i) {
+            // Exact for cells below 0x100, which is all that is packed.
+            const __m128i packed = _mm_packus_epi16(_mm_packs_epi32(load(i), load(i + 4)),
+                                                    _mm_packs_epi32(load(i + 8), load(i + 12)));
+            _mm_storeu_si128(reinterpret_cast<__m128i*>(bytes + i), packed);
+        };
+        std::int64_t i = 0;
+        for (; i + 16 <= n; i += 16) copy(i);
+        if (i < n) copy(n - 16);
+        const __m128i over = _mm_and_si128(seen, _mm_set1_epi32(static_cast<int>(~(bound - 1))));
+        if (_mm_movemask_epi8(_mm_cmpeq_epi32(over, _mm_setzero_si128())) != 0xFFFF) return false;
+        for (i = 0; i + 16 <= n; i += 16) pack(i);
+        if (i < n) pack(n - 16);
+        return true;
+    }
+#endif
+    wchar seen = 0;
+    for (std::int64_t i = 0; i < n; ++i) seen |= from[i];
+    copy_cells_inline(to, from, n);
+    if (seen >= bound) return false;
+    for (std::int64_t i = 0; i < n; ++i) bytes[i] = static_cast<unsigned char>(from[i]);
+    return true;
 }
 
 class OutputField {
@@ -76,6 +123,11 @@ public:
     // field) at the start of the field, with inline moves.
     void write_front(const wchar* text, std::int64_t n) const {
         copy_cells_inline(cells_, text, std::min<std::int64_t>(n, stored_));
+    }
+    // write_front, the cells also narrowed into `bytes` (room for min(n, stored()) of them):
+    // true when they were all below `bound`.
+    bool write_front_narrowing(const wchar* text, std::int64_t n, unsigned char* bytes, wchar bound) const {
+        return copy_narrowing_inline(cells_, bytes, text, std::min<std::int64_t>(n, stored_), bound);
     }
 
 private:

@@ -16,6 +16,10 @@
 #include "frame/abi.h"
 #include "frame/kernel.h"
 
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
 namespace vxlocfmt::session_bytes {
 
 static_assert(std::endian::native == std::endian::little, "four narrowed bytes are stored as one word");
@@ -73,10 +77,25 @@ inline bool narrow(wchar bound, const wchar* text, std::int32_t count, unsigned 
     if (!done) done = &ignored;
     *done = 0;
     if (!bound || count < 0 || room < 0 || (!dest && room != 0)) return false;
+    const std::int32_t stored = std::min(count, room);
     // Narrowed four characters a step while the bound is tested; the first step that finds a
     // character at or above it gives up.
-    const std::int32_t stored = std::min(count, room);
     std::int32_t i = 0;
+#if defined(__SSE2__)
+    // The four cells in one register, tested with one mask and packed with the processor's
+    // saturating packs (exact below 0x100, all that a step that passes holds).
+    const __m128i high = _mm_set1_epi32(static_cast<int>(~(bound - 1)));
+    for (; i + 4 <= stored; i += 4) {
+        const __m128i cells = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text + i));
+        if (_mm_movemask_epi8(_mm_cmpeq_epi32(_mm_and_si128(cells, high), _mm_setzero_si128())) != 0xFFFF) {
+            *done = i;
+            return false;
+        }
+        const auto four = static_cast<std::uint32_t>(_mm_cvtsi128_si32(
+            _mm_packus_epi16(_mm_packs_epi32(cells, cells), cells)));
+        std::memcpy(dest + i, &four, 4);
+    }
+#else
     for (; i + 4 <= stored; i += 4) {
         const wchar a = text[i], b = text[i + 1], c = text[i + 2], d = text[i + 3];
         if ((a | b | c | d) >= bound) {
@@ -86,6 +105,7 @@ inline bool narrow(wchar bound, const wchar* text, std::int32_t count, unsigned 
         const std::uint32_t four = a | b << 8 | c << 16 | d << 24;
         std::memcpy(dest + i, &four, 4);
     }
+#endif
     *done = i;
     wchar seen = 0;
     for (; i < stored; ++i) {

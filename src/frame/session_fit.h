@@ -19,6 +19,7 @@
 
 #include "frame/abi.h"
 #include "frame/kernel.h"
+#include "frame/narrowed_bytes.h"
 #include "frame/session_bytes.h"
 #include "frame/wrapped_call.h"
 
@@ -84,6 +85,36 @@ inline bool fits_session_encoding(const FmtCall& call, std::u32string_view text,
                        0) == st::ok;
     }
     return detail::measure_by_converting(transcoder, text.data(), length, limit) == st::ok;
+}
+
+// Under the wrapper, in a session with an identity bound: where a writer may narrow the text
+// it writes (frame/narrowed_bytes.h), the bytes a fit test with this width would convert into.
+// False (and nothing to narrow into) otherwise.
+inline bool narrowing_target(const FmtCall& call, std::int32_t byte_width, NarrowedBytes* target) {
+    target->cells = 0;
+    const WrappedCall* wrapped = WrappedCall::of(call);
+    if (!wrapped || !wrapped->field || !call.session_transcoder) return false;
+    target->bound = session_bytes::identity_mask_bound(call.session_transcoder);
+    target->bytes = wrapped->field;
+    target->room = std::min(std::clamp(byte_width, 0, session_fit_bytes), wrapped->room);
+    return target->bound != 0;
+}
+
+// fits_session_encoding for a text whose cells, and `readable` cells in all from its start, a
+// writer has just narrowed into the target: the same verdict and the same bytes kept for the
+// wrapper, without converting again. False when the writer did not narrow them all (the caller
+// then runs fits_session_encoding); true means the text fits.
+inline bool fits_narrowed(const FmtCall& call, std::u32string_view text, std::int32_t readable,
+                          const NarrowedBytes& target) {
+    const auto length = static_cast<std::int32_t>(text.size());
+    // The plain test's own narrowing covers min(max(readable, length), room) cells.
+    if (target.cells == 0 || length > target.cells || target.cells != std::min(std::max(readable, length), target.room))
+        return false;
+    WrappedCall* wrapped = WrappedCall::of(call);
+    if (!wrapped || wrapped->field != target.bytes) return false;
+    wrapped->keep(text.data(), length, length);
+    wrapped->narrowed_cells = target.cells;
+    return true;
 }
 
 // The bytes `count` wide characters take in the session encoding, or -1 when a conversion into

@@ -16,6 +16,7 @@
 #include "calendar/day_number.h"
 #include "calendar/missing_value.h"
 #include "frame/abi.h"
+#include "frame/narrowed_bytes.h"
 #include "locale/property_table.h"
 
 namespace vxlocfmt::nldate {
@@ -48,16 +49,20 @@ inline constexpr std::size_t zone_offset_slot = 4;
 //     text's length when the text fits.
 //   decimals: fraction digits of "%S".
 //   zone: the kernel's zone object for "%z" (null: offset 0).
+//   narrowed: under the byte wrapper, where the field's cells may also go one byte each
+//     (frame/narrowed_bytes.h); its `cells` says how many did. Null: the field only.
 // Answers expand_ok, expand_cut (the first |width| characters are kept, the zone offset last when
 // "%z" or "%Z" was used), expand_bad_directive, or with no output the text's length.
 std::int32_t expand(const wchar* pattern, std::int32_t length, wchar* output, std::int32_t capacity,
                     std::int32_t* width, std::uint32_t decimals, const PropertyCache& properties,
-                    void* zone, double day_number, double hour, double minute, double seconds);
+                    void* zone, double day_number, double hour, double minute, double seconds,
+                    NarrowedBytes* narrowed = nullptr);
 
 // A date: expand_no_pattern for an empty pattern, expand_out_of_range for a day number outside
 // [-138061, 6589336) or missing; else expand with no time parts, decimals 0 and no zone.
 inline std::int32_t zkfdate(wchar* output, std::int32_t capacity, std::int32_t* width, const wchar* pattern,
-                            std::int32_t length, const PropertyCache& properties, double day_number);
+                            std::int32_t length, const PropertyCache& properties, double day_number,
+                            NarrowedBytes* narrowed = nullptr);
 
 // Bit of a property-number length that appends " %z" to the property's pattern.
 inline constexpr std::int32_t pattern_with_zone = 256;
@@ -67,13 +72,13 @@ inline constexpr std::int32_t pattern_with_zone = 256;
 // rounded to 10^-decimals second (at most 10^-9) and split into its date and clock parts.
 std::int32_t zkfdttm(wchar* output, std::int32_t capacity, std::int32_t* width, const wchar* pattern,
                      std::int32_t length, std::uint32_t decimals, const PropertyCache& properties,
-                     void* zone, double datetime);
+                     void* zone, double datetime, NarrowedBytes* narrowed = nullptr);
 
 // A time of day or a duration (seconds, not negative): rounded as datetimes are; the hour is
 // not wrapped at 24 (30 hours shows hour 30); there is no date.
 std::int32_t zkftime(wchar* output, std::int32_t capacity, std::int32_t* width, const wchar* pattern,
                      std::int32_t length, std::uint32_t decimals, const PropertyCache& properties,
-                     double time);
+                     double time, NarrowedBytes* narrowed = nullptr);
 
 // Powers of ten 10^0 to 10^9 for rounding a datetime or time to its decimals.
 inline constexpr double zpowten[] = {1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9};
@@ -93,12 +98,13 @@ std::int64_t calendar_year(std::u32string_view code, std::int64_t year, std::int
 // ---- Implementation -----------------------------------------------------------------------
 
 inline std::int32_t zkfdate(wchar* output, std::int32_t capacity, std::int32_t* width, const wchar* pattern,
-                            std::int32_t length, const PropertyCache& properties, double day_number) {
+                            std::int32_t length, const PropertyCache& properties, double day_number,
+                            NarrowedBytes* narrowed) {
     if (!pattern || length <= 0) return expand_no_pattern;
     if (!calendar::in_day_range(day_number)) return expand_out_of_range;
     const double missing = calendar::missing_value();
     return expand(pattern, length, output, capacity, width, 0, properties, nullptr, day_number, missing, missing,
-                  missing);
+                  missing, narrowed);
 }
 
 }  // namespace vxlocfmt::nldate

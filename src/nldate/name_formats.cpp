@@ -1,14 +1,18 @@
 // NLSTRMON, NLSTRQTR and NLSTRWK: the locale's name of a month, quarter or weekday number.
 // Decimals are two option bits: bit 0 picks the abbreviated stand-alone set, bit 1 upper-cases.
+#include <algorithm>
 #include <cmath>
+#include <cstring>
 #include <span>
 
 #include "calendar/missing_value.h"
 #include "frame/field.h"
 #include "frame/prologue.h"
+#include "frame/session_bytes.h"
 #include "frame/session_fit.h"
 #include "locale/property_numbers.h"
 #include "locale/property_table.h"
+#include "nldate/byte_answers.h"
 #include "text/case_mapping.h"
 
 namespace vxlocfmt::nldate {
@@ -59,21 +63,98 @@ status name_format(FmtCall& call, registry::Limits limits, name_set set) {
     return st::ok;
 }
 
+// n blanks (0x20 bytes) from `at`, in stores of 8 (or 4, 2, 1) bytes, the last one ending at
+// at + n, so that none reaches before `at` or past its end: for the few bytes of a name's field
+// a string store's start-up (what memset and a byte loop compile to) costs more than the stores.
+void blank_bytes(unsigned char* at, std::int32_t n) {
+    constexpr std::uint64_t blanks = 0x2020202020202020;
+    const auto store = [&](std::int32_t i, std::size_t size) { std::memcpy(at + i, &blanks, size); };
+    if (n >= 8) {
+        for (std::int32_t i = 0; i + 8 < n; i += 8) store(i, 8);
+        store(n - 8, 8);
+    } else if (n >= 4) {
+        store(0, 4);
+        store(n - 4, 4);
+    } else if (n >= 2) {
+        store(0, 2);
+        store(n - 2, 2);
+    } else if (n == 1) {
+        store(0, 1);
+    }
+}
+
+// The wrapper's answer where it is certain: the name, upper-cased when asked, fits the width in
+// session bytes (the format's own test) and the caller's field, and is followed by one 0x20 byte
+// for each blank after it (a stateless encoding with blanks below its identity bound converts
+// the wide field to exactly these bytes). When the blanks overflow the field they are cut there
+// with 0x803fe807, as the wrapper answers a right-aligned text with no leading blank to drop
+// ("März" and fifteen blanks in twenty bytes).
+bool name_bytes(FmtCall& call, FmtCall& out, registry::Limits limits, name_set set, status* result) {
+    void* transcoder = call.session_transcoder;
+    const std::int32_t width = call.width;
+    if (!transcoder || width < 1 || width > direct_bytes_cells || out.width > direct_bytes_cells || !out.output) return false;
+    if (session_bytes::identity_mask_bound(transcoder) <= U' ') return false;
+    if (!call.property_cache || !find_instance(call) || check_limits(call, limits) != st::ok) return false;
+    const double value = *static_cast<const double*>(call.input);
+    if (calendar::is_nan(value) || !(value >= 1 && value <= set.count)) return false;
+    const auto index = static_cast<std::size_t>(value - 1);
+    const std::size_t number = ((call.decimals & option_abbreviated) ? set.abbrev_first : set.wide_first) + index;
+    const Property& name = call.property_cache->properties[number];
+    if (name.length > static_cast<std::uint64_t>(width) || name.length > property_value_cells) return false;
+    const auto length = static_cast<std::int32_t>(name.length);
+    const wchar* text = name.value;
+    wchar upper[property_value_cells];
+    if (call.decimals & option_upper_case) {
+        std::copy_n(name.value, length, upper);
+        text::to_upper(std::span(upper, static_cast<std::size_t>(length)));
+        text = upper;
+    }
+    const std::int32_t field = std::max(0, std::min(out.width, out.capacity));
+    auto* dest = static_cast<unsigned char*>(out.output);
+    std::int32_t bytes = 0;
+    if (session_bytes::convert(transcoder, text, length, dest, std::min(field, width), &bytes) != st::ok) return false;
+    const std::int32_t blanks = width - length;
+    if (bytes + blanks <= field) {
+        blank_bytes(dest + bytes, blanks);
+        out.produced = bytes + blanks;
+        *result = st::ok;
+        return true;
+    }
+    // Cut in the blanks; a leading blank (an empty or blank-led name) would have the wrapper
+    // convert again and right-justify.
+    if (length == 0 || text[0] == U' ') return false;
+    blank_bytes(dest + bytes, field - bytes);
+    out.produced = field;
+    *result = st::does_not_fit;
+    return true;
+}
+
+constexpr name_set months{12, locale::prop::month_wide_standalone, locale::prop::month_abbrev_standalone};
+constexpr name_set quarters{4, locale::prop::quarter_wide_standalone, locale::prop::quarter_abbrev_standalone};
+constexpr name_set weekdays{7, locale::prop::weekday_wide_standalone, locale::prop::weekday_abbrev_standalone};
+
 }  // namespace
+
+bool month_name_bytes(FmtCall* call, FmtCall* out, status* result) {
+    return name_bytes(*call, *out, registry::limits_of(U"NLSTRMON"), months, result);
+}
+bool quarter_name_bytes(FmtCall* call, FmtCall* out, status* result) {
+    return name_bytes(*call, *out, registry::limits_of(U"NLSTRQTR"), quarters, result);
+}
+bool weekday_name_bytes(FmtCall* call, FmtCall* out, status* result) {
+    return name_bytes(*call, *out, registry::limits_of(U"NLSTRWK"), weekdays, result);
+}
+
 }  // namespace vxlocfmt::nldate
 
 using namespace vxlocfmt;
-namespace prop = vxlocfmt::locale::prop;
 
 VX_EXPORT status vxfmtnlstrmon(FmtCall* call, void*) {
-    return nldate::name_format(*call, registry::limits_of(U"NLSTRMON"),
-                               {12, prop::month_wide_standalone, prop::month_abbrev_standalone});
+    return nldate::name_format(*call, registry::limits_of(U"NLSTRMON"), nldate::months);
 }
 VX_EXPORT status vxfmtnlstrqtr(FmtCall* call, void*) {
-    return nldate::name_format(*call, registry::limits_of(U"NLSTRQTR"),
-                               {4, prop::quarter_wide_standalone, prop::quarter_abbrev_standalone});
+    return nldate::name_format(*call, registry::limits_of(U"NLSTRQTR"), nldate::quarters);
 }
 VX_EXPORT status vxfmtnlstrwk(FmtCall* call, void*) {
-    return nldate::name_format(*call, registry::limits_of(U"NLSTRWK"),
-                               {7, prop::weekday_wide_standalone, prop::weekday_abbrev_standalone});
+    return nldate::name_format(*call, registry::limits_of(U"NLSTRWK"), nldate::weekdays);
 }

@@ -79,24 +79,26 @@ bool value_usable(FmtCall& call, value_kind kind) {
 }
 
 std::int32_t expand_candidate(FmtCall& call, const candidate_format& format, const pattern_row& row,
-                              const candidate& c, std::int32_t* produced) {
+                              const candidate& c, std::int32_t* produced, NarrowedBytes* narrowed) {
     const PropertyCache& properties = *call.property_cache;
     auto* out = static_cast<wchar*>(call.output);
     const double value = *static_cast<const double*>(call.input);
     const auto decimals = static_cast<std::uint32_t>(std::max(call.decimals, 0));
     const auto length = static_cast<std::int32_t>(c.pattern.size());
     switch (format.kind) {
-    case value_kind::date: return zkfdate(out, call.capacity, produced, c.pattern.data(), length, properties, value);
+    case value_kind::date:
+        return zkfdate(out, call.capacity, produced, c.pattern.data(), length, properties, value, narrowed);
     case value_kind::datetime:
         if (format.with_zone && !row.literal) {
             // The property by number, with " %z" appended by the expander.
             const auto number = static_cast<std::int32_t>(row.number & 0xFF) | pattern_with_zone;
-            return zkfdttm(out, call.capacity, produced, nullptr, number, decimals, properties, zone_object(), value);
+            return zkfdttm(out, call.capacity, produced, nullptr, number, decimals, properties, zone_object(), value,
+                           narrowed);
         }
         return zkfdttm(out, call.capacity, produced, c.pattern.data(), length, decimals, properties, zone_object(),
-                       value);
+                       value, narrowed);
     case value_kind::time:
-        return zkftime(out, call.capacity, produced, c.pattern.data(), length, decimals, properties, value);
+        return zkftime(out, call.capacity, produced, c.pattern.data(), length, decimals, properties, value, narrowed);
     }
     return expand_bad_directive;
 }
@@ -110,18 +112,25 @@ status format_by_candidates(FmtCall& call, void* extra, const candidate_format& 
     const PropertyCache& properties = *call.property_cache;
     const std::int32_t width = std::max(call.width, 0);
     const OutputField field(static_cast<wchar*>(call.output), width, call.capacity);
+    // Under the byte wrapper the expander narrows the field into the caller's bytes as it writes
+    // it, and the fit test keeps them when they are the whole answer.
+    NarrowedBytes target;
+    NarrowedBytes* const narrowed = call.byte_mode && narrowing_target(call, width, &target) ? &target : nullptr;
 
     for (const pattern_row& row : format.rows) {
         if ((row.number & 0xFF) == sibling_row) return format.sibling(&call, extra);
         const candidate c = candidate_of(row, properties);
         if (format.skip_by_width && c.needed > width) continue;
         std::int32_t produced = width;
-        if (expand_candidate(call, format, row, c, &produced) != expand_ok) continue;
-        // The expander writes every stored cell: the text, then blanks.
-        if (call.byte_mode && !fits_session_encoding(call, {field.data(), static_cast<std::size_t>(
-                                                                               std::min(produced, field.stored()))},
-                                                     width, field.stored()))
-            continue;
+        if (narrowed) narrowed->cells = 0;
+        if (expand_candidate(call, format, row, c, &produced, narrowed) != expand_ok) continue;
+        if (call.byte_mode) {
+            // The expander writes every stored cell: the text, then blanks.
+            const std::u32string_view text(field.data(), static_cast<std::size_t>(std::min(produced, field.stored())));
+            if (!(narrowed && fits_narrowed(call, text, field.stored(), *narrowed)) &&
+                !fits_session_encoding(call, text, width, field.stored()))
+                continue;
+        }
         call.produced = produced;
         return st::ok;
     }

@@ -604,6 +604,15 @@ void keep_zone_offset(const OutputField& field, std::int32_t span, const Value& 
     field.write(span - n, std::u32string_view(tail + (zone_text_cells + 1 - n), static_cast<std::size_t>(n)));
 }
 
+// Under the byte wrapper: the field's cells also into the caller's bytes as they are copied, so
+// that the fit test has nothing left to convert when they are all below the bound. Out of line:
+// the wide call's copy stays as it was.
+[[gnu::noinline]] void copy_narrowing(const OutputField& field, const wchar* cells, std::int64_t n,
+                                      NarrowedBytes& narrowed) {
+    const bool below = field.write_front_narrowing(cells, n, narrowed.bytes, narrowed.bound);
+    narrowed.cells = below ? static_cast<std::int32_t>(n) : 0;
+}
+
 std::int32_t clamp_length(std::int64_t n) {
     return static_cast<std::int32_t>(std::min<std::int64_t>(n, std::numeric_limits<std::int32_t>::max()));
 }
@@ -635,7 +644,8 @@ std::int64_t calendar_year(std::u32string_view code, std::int64_t year, std::int
 
 std::int32_t expand(const wchar* pattern, std::int32_t length, wchar* output, std::int32_t capacity,
                     std::int32_t* width, std::uint32_t decimals, const PropertyCache& properties,
-                    void* zone, double day_number, double hour, double minute, double seconds) {
+                    void* zone, double day_number, double hour, double minute, double seconds,
+                    NarrowedBytes* narrowed) {
     const std::u32string_view whole =
         pattern && length > 0 ? std::u32string_view(pattern, static_cast<std::size_t>(length)) : std::u32string_view();
     // |width| in 64 bits: the most negative width has no 32-bit magnitude.
@@ -678,7 +688,10 @@ std::int32_t expand(const wchar* pattern, std::int32_t length, wchar* output, st
         const std::int64_t text_end = std::min<std::int64_t>(text.count(), work_cells);
         const std::int64_t blanks = framed;
         blank_blocks(text_cells + text_end, text_end + blanks <= work_cells ? blanks : framed - text_end);
-        field.write_front(text_cells, framed);
+        if (narrowed && fits && framed <= narrowed->room) [[unlikely]]
+            copy_narrowing(field, text_cells, framed, *narrowed);
+        else
+            field.write_front(text_cells, framed);
         field.fill(framed, field.stored(), U' ');
     } else if (fits) {
         // Right-aligned: blanks, the text, and nothing after it.
@@ -701,7 +714,7 @@ std::int32_t expand(const wchar* pattern, std::int32_t length, wchar* output, st
 
 std::int32_t zkfdttm(wchar* output, std::int32_t capacity, std::int32_t* width, const wchar* pattern,
                      std::int32_t length, std::uint32_t decimals, const PropertyCache& properties,
-                     void* zone, double datetime) {
+                     void* zone, double datetime, NarrowedBytes* narrowed) {
     if (length <= 0) return expand_no_pattern;
     // The longest property and " %z".
     constexpr std::size_t property_pattern_cells = property_value_cells + 3;
@@ -726,12 +739,12 @@ std::int32_t zkfdttm(wchar* output, std::int32_t capacity, std::int32_t* width, 
     if (!calendar::in_datetime_range(x)) return expand_out_of_range;
     const calendar::datetime_parts parts = calendar::split_datetime(x);
     return expand(pattern, length, output, capacity, width, decimals, properties, zone, parts.date, parts.hour,
-                  parts.minute, parts.second);
+                  parts.minute, parts.second, narrowed);
 }
 
 std::int32_t zkftime(wchar* output, std::int32_t capacity, std::int32_t* width, const wchar* pattern,
                      std::int32_t length, std::uint32_t decimals, const PropertyCache& properties,
-                     double time) {
+                     double time, NarrowedBytes* narrowed) {
     if (!pattern || length <= 0) return expand_no_pattern;
     if (calendar::is_nan(time) || time < 0) return expand_out_of_range;
     const double t = round_to_decimals(time, decimals);
@@ -742,12 +755,13 @@ std::int32_t zkftime(wchar* output, std::int32_t capacity, std::int32_t* width, 
         // clock functions give them.
         const calendar::datetime_parts parts = calendar::split_datetime(t);
         return expand(pattern, length, output, capacity, width, decimals, properties, nullptr, missing,
-                      static_cast<double>(static_cast<std::int64_t>(t) / 3600), parts.minute, parts.second);
+                      static_cast<double>(static_cast<std::int64_t>(t) / 3600), parts.minute, parts.second,
+                      narrowed);
     }
     // Not wrapped at 24: a duration of 30 hours shows hour 30.
     const double hour = std::floor(std::fabs(t / 3600));
     return expand(pattern, length, output, capacity, width, decimals, properties, nullptr, missing, hour,
-                  calendar::clock_minute(t), calendar::clock_second(t));
+                  calendar::clock_minute(t), calendar::clock_second(t), narrowed);
 }
 
 }  // namespace vxlocfmt::nldate

@@ -1,5 +1,6 @@
 // WEEKU, WEEKV, WEEKW, YYWEEKU, YYWEEKV, YYWEEKW and DTWEEKV: the week of a date (or of a
 // datetime's date) by one of the three week-numbering rules.
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <string_view>
@@ -10,6 +11,8 @@
 #include "calendar/week_numbering.h"
 #include "frame/field.h"
 #include "frame/prologue.h"
+#include "frame/session_bytes.h"
+#include "nldate/byte_answers.h"
 #include "nldate/expander.h"
 
 namespace vxlocfmt::nldate {
@@ -133,7 +136,34 @@ status dt_week_format(FmtCall& call) {
     return st::ok;
 }
 
+constexpr registry::Limits week_limits(wchar rule) {
+    return rule == U'U' ? registry::limits_of(U"WEEKU")
+         : rule == U'V' ? registry::limits_of(U"WEEKV")
+                        : registry::limits_of(U"WEEKW");
+}
+
 }  // namespace
+
+// The wrapper's answer for week_format's common case, a date in range: the same wide text in
+// the stack (week_format's field has the wrapper's stack cells), the same conversion into the
+// caller's field, a cut answered 0 (the week formats are left-aligned).
+bool week_bytes(FmtCall* call, FmtCall* out, wchar rule, status* result) {
+    const std::int32_t width = call->width;
+    if (!call->session_transcoder || width < 1 || width > direct_bytes_cells || out->width > direct_bytes_cells)
+        return false;
+    if (!call->property_cache || !find_instance(*call) || check_limits(*call, week_limits(rule)) != st::ok) return false;
+    const double value = *static_cast<const double*>(call->input);
+    if (!calendar::in_day_range(value)) return false;
+    wchar cells[direct_bytes_cells];
+    std::int32_t layout_width = width;
+    calendar::zkfweek(cells, &layout_width, rule, 0, value, width);
+    const std::int32_t field = std::max(0, std::min(out->width, out->capacity));
+    const status converted = session_bytes::convert(call->session_transcoder, cells, width,
+                                                    static_cast<unsigned char*>(out->output), field, &out->produced);
+    *result = converted == st::does_not_fit ? st::ok : converted;
+    return true;
+}
+
 }  // namespace vxlocfmt::nldate
 
 using namespace vxlocfmt;

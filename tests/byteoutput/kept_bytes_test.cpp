@@ -1,8 +1,9 @@
 // The byte-mode fit test under the wrapper converts its text straight into the caller's field and
 // the wrapper keeps those bytes. Held to the plain fit test and the general conversion (ICU a
 // character at a time): the same verdict on random texts, limits and field rooms, and kept bytes
-// equal to the conversion; and the whole wrapper through the library's formats, with output
-// records narrower or wider than the call, equal to the wide text converted by the wrapper's rules.
+// equal to the conversion; and the whole wrapper and the `_b` entries (the name formats answer
+// theirs in bytes themselves) through the library's formats, with output records narrower or
+// wider than the call or none, equal to the wide text converted by the wrapper's rules.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -105,7 +106,7 @@ Converted wrapper_rules(Transcoder* t, std::u32string_view wide, std::int32_t fi
 
 TEST(KeptBytes, FormatsThroughTheWrapperWithOtherOutputRecords) {
     vxhost::Library library;
-    const char32_t* const rows[] = {U"NLDATE", U"NLDATEW", U"NLDATEMN", U"NLDATM", U"NLTIME", U"WEEKV", U"NLSTRMON", U"NLSTRWK"};
+    const char32_t* const rows[] = {U"NLDATE", U"NLDATEW", U"NLDATEMN", U"NLDATM", U"NLTIME", U"WEEKV", U"WEEKU", U"NLSTRMON", U"NLSTRWK"};
     std::mt19937_64 random(0x0B7E);
     int checked = 0, failures = 0;
     for (const char* locale : {"de_DE", "ja_JP", "ru_RU"}) {
@@ -130,8 +131,10 @@ TEST(KeptBytes, FormatsThroughTheWrapperWithOtherOutputRecords) {
                     // The wide text the wrapper runs, from a plain record in byte mode.
                     FmtCall& call = session.call();
                     std::vector<char32_t> cells(256);
+                    // The name formats' options: abbreviated (1) and upper case (2).
+                    const auto decimals = static_cast<std::int32_t>(n.starts_with(U"NLSTR") ? random() % 4 : 0);
                     call.width = width;
-                    call.decimals = 0;
+                    call.decimals = decimals;
                     call.input = &value;
                     call.output = cells.data();
                     call.capacity = 256;
@@ -150,11 +153,37 @@ TEST(KeptBytes, FormatsThroughTheWrapperWithOtherOutputRecords) {
                     const Converted want = wrapper_rules(t, wide, field, out.width, align);
                     const std::string got(bytes.data(), static_cast<std::size_t>(std::clamp(out.produced, 0, 80)));
                     const bool guarded = std::all_of(bytes.begin() + field, bytes.end(), [](char b) { return b == '~'; });
+
+                    // The `_b` entry (which the name formats answer themselves in their common
+                    // case), with the same output record and with none (the call's own field).
+                    std::vector<char> entry_bytes(80, '~');
+                    out.output = entry_bytes.data();
+                    out.produced = -1;
+                    const status entry_code = row->byte_function(&call, &out, nullptr);
+                    const std::string entry(entry_bytes.data(), static_cast<std::size_t>(std::clamp(out.produced, 0, 80)));
+                    const bool entry_guarded =
+                        std::all_of(entry_bytes.begin() + field, entry_bytes.end(), [](char b) { return b == '~'; });
+                    std::vector<char> own_bytes(80, '~');
+                    call.output = own_bytes.data();
+                    call.capacity = static_cast<std::int32_t>(random() % 40);
+                    call.produced = -1;
+                    const status own_code = row->byte_function(&call, nullptr, nullptr);
+                    const std::int32_t own_field = std::min(width, call.capacity);
+                    const Converted own_want = wrapper_rules(t, wide, own_field, width, align);
+                    const std::string own(own_bytes.data(), static_cast<std::size_t>(std::clamp(call.produced, 0, 80)));
+                    const bool own_guarded = std::all_of(own_bytes.begin() + std::max(own_field, 0), own_bytes.end(),
+                                                         [](char b) { return b == '~'; });
                     ++checked;
-                    if ((code != want.code || got != want.bytes || !guarded) && ++failures <= 10)
-                        ADD_FAILURE() << locale << " " << encoding << " " << vxhost::to_utf8(n) << width << ". out " << out.width
-                                      << "/" << out.capacity << ": [" << got << "] " << std::hex << code << " want ["
-                                      << want.bytes << "] " << want.code;
+                    if ((code != want.code || got != want.bytes || !guarded || entry_code != want.code ||
+                         entry != want.bytes || !entry_guarded || own_code != own_want.code || own != own_want.bytes ||
+                         !own_guarded) &&
+                        ++failures <= 10)
+                        ADD_FAILURE() << locale << " " << encoding << " " << vxhost::to_utf8(n) << width << "." << decimals
+                                      << " out " << out.width << "/" << out.capacity << ": [" << got << "] [" << entry
+                                      << "] " << std::hex << code << " " << entry_code << " want [" << want.bytes
+                                      << "] " << want.code << "; own field " << std::dec << own_field << ": [" << own
+                                      << "] " << std::hex << own_code << " want [" << own_want.bytes << "] "
+                                      << own_want.code;
                 }
             }
             t->release();
