@@ -4,6 +4,7 @@
 #include "calendar/missing_value.h"
 #include "dateread/compiled_pattern.h"
 #include "dateread/dateread_exports.h"
+#include "dateread/fixed_shape.h"
 #include "dateread/row_reader.h"
 #include "dateread/template_facts.h"
 #include "dateread/text_preparation.h"
@@ -39,7 +40,7 @@ status read_own_row(const template_row& row, std::u32string_view t, bool all_dig
 }  // namespace
 
 status read_named(std::u32string_view name, const template_row* given, std::u32string_view text, double* result,
-                  std::int32_t* status_word, bool preprocess, std::int32_t* row_read) {
+                  std::int32_t* status_word, bool preprocess, std::int32_t* row_read, bool fixed_shapes) {
     if (row_read) *row_read = -1;
     const bool in_table = given >= vxfmt_templates && given < vxfmt_templates + template_count;
     // The rows of the name (of the given table row's own name when a row is given).
@@ -47,6 +48,18 @@ status read_named(std::u32string_view name, const template_row* given, std::u32s
         in_table ? find_name_group({given->name, template_facts[static_cast<std::size_t>(given - vxfmt_templates)].name_length})
         : given  ? nullptr
                  : find_name_group(name);
+    // A text of the fixed shape of the row its length chooses first: read in place (preparing
+    // would leave it as it is, and the row reads it whatever the digit test says). The six-letter
+    // names' leading zero and 8-digit skip go the general way.
+    if (fixed_shapes && !given && group && !group->odd_zero && result && status_word) {
+        const std::u32string_view used = preprocess ? text.substr(0, std::min(text.size(), named_text_limit)) : text;
+        std::size_t r = group->first;
+        while (r < group->end && !admits_by_name(r, used.size())) ++r;
+        if (r < group->end && row_shapes[r].length == used.size() && read_fixed_shape(r, used, *result, *status_word)) {
+            if (row_read) *row_read = static_cast<std::int32_t>(r);
+            return st::ok;
+        }
+    }
     prepared_text prepared;
     std::u32string_view t = text;
     bool all_digit;

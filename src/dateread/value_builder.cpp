@@ -47,6 +47,19 @@ static_assert(day_of(1960, 1) == 0 && day_of(4001, 1) == calendar::day_from_ordi
 
 }  // namespace
 
+double day_number_of(std::int64_t y, std::int64_t m, std::int64_t d) {
+    // zmdy's answer without its round trip through a Julian date.
+    if (m < 1 || m > 12 || d < 1 || d > 31) return calendar::missing_value();
+    const std::int64_t cy = calendar_year(y);
+    if (cy < 0) return calendar::missing_value();
+    const auto month_number = static_cast<std::int32_t>(m);
+    const bool leap = is_leap(cy);
+    const std::int32_t length = month_number == 2 ? 28 + leap : days_before_common_month[month_number] - days_before_common_month[month_number - 1];
+    if (d > length) return calendar::missing_value();
+    const std::int32_t before = days_before_common_month[month_number - 1] + (month_number > 2 && leap ? 1 : 0);
+    return as_double(day_of(cy, before + d));
+}
+
 double date_of(const read_slots& s) {
     const std::int64_t y = s.field[year];
     if (!has(y)) return calendar::missing_value();
@@ -60,17 +73,7 @@ double date_of(const read_slots& s) {
     std::int64_t m = s.field[month];
     if (has(s.field[quarter])) m = 3 * s.field[quarter] - 2;
     if (!has(m)) return calendar::missing_value();
-    const std::int64_t d = has(s.field[day]) ? s.field[day] : 1;
-    // zmdy's answer without its round trip through a Julian date.
-    if (m < 1 || m > 12 || d < 1 || d > 31) return calendar::missing_value();
-    const std::int64_t cy = calendar_year(y);
-    if (cy < 0) return calendar::missing_value();
-    const auto month_number = static_cast<std::int32_t>(m);
-    const bool leap = is_leap(cy);
-    const std::int32_t length = month_number == 2 ? 28 + leap : days_before_common_month[month_number] - days_before_common_month[month_number - 1];
-    if (d > length) return calendar::missing_value();
-    const std::int32_t before = days_before_common_month[month_number - 1] + (month_number > 2 && leap ? 1 : 0);
-    return as_double(day_of(cy, before + d));
+    return day_number_of(y, m, has(s.field[day]) ? s.field[day] : 1);
 }
 
 double time_of(const read_slots& s, bool local_zone) {
