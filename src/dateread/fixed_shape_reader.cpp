@@ -2,6 +2,7 @@
 // field's digit belongs, a non-blank non-digit in a literal's place), the fields taken from the
 // places the shape gives them, and for the ISO dates and datetimes the value built straight from
 // the numbers. Rows with other fields fill the slots and build as the general read does.
+#include <cstring>
 #include <utility>
 
 #include "calendar/missing_value.h"
@@ -14,11 +15,53 @@ namespace {
 
 constexpr std::uint32_t digit_of(wchar c) { return static_cast<std::uint32_t>(c) - U'0'; }
 
-// Every place of the shape, unrolled; bitwise and, so that the places are tested without a branch each.
-template <std::size_t R, std::size_t... I>
-bool fits(const wchar* s, std::index_sequence<I...>) {
-    constexpr std::uint64_t digits = row_shapes[R].digits;
-    return (((digits >> I) & 1 ? digit_of(s[I]) < 10 : digit_of(s[I]) >= 10 && s[I] != U' ') & ...);
+// The places of a shape in the order they are checked: two digits in one 64-bit word where two
+// digits' places stand together, else one place at a time.
+enum class check : std::uint8_t { two_digits, digit, literal };
+struct place_check {
+    std::uint8_t position;
+    check kind;
+};
+struct check_plan {
+    std::array<place_check, max_shape_length> checks{};
+    std::size_t count = 0;
+};
+constexpr check_plan plan_of(const fixed_shape& shape) {
+    check_plan plan;
+    for (std::size_t i = 0; i < shape.length;) {
+        const bool digit = (shape.digits >> i) & 1;
+        const bool next_digit = i + 1 < shape.length && ((shape.digits >> (i + 1)) & 1);
+        const check kind = digit && next_digit ? check::two_digits : digit ? check::digit : check::literal;
+        plan.checks[plan.count++] = {static_cast<std::uint8_t>(i), kind};
+        i += kind == check::two_digits ? 2 : 1;
+    }
+    return plan;
+}
+template <std::size_t R>
+inline constexpr check_plan row_plan = plan_of(row_shapes[R]);
+
+// Nonzero unless the place (or the two places) hold what the shape puts there. Two characters
+// in a word: each 32-bit lane minus "0" must be below 10, so neither it nor it plus 2^31 - 10
+// may have the lane's top bit (a borrow or carry between the lanes comes only from a lane that
+// already fails).
+template <check Kind>
+std::uint64_t misfit(const wchar* s) {
+    if constexpr (Kind == check::two_digits) {
+        std::uint64_t x;
+        std::memcpy(&x, s, sizeof x);
+        const std::uint64_t v = x - 0x0000003000000030u;
+        return (v | (v + 0x7FFFFFF67FFFFFF6u)) & 0x8000000080000000u;
+    } else if constexpr (Kind == check::digit) {
+        return digit_of(s[0]) >= 10;
+    } else {
+        return (digit_of(s[0]) < 10) | (s[0] == U' ');
+    }
+}
+
+// Every place of the shape, unrolled, the misfits or-ed together and tested once.
+template <std::size_t R, std::size_t... K>
+bool fits(const wchar* s, std::index_sequence<K...>) {
+    return (misfit<row_plan<R>.checks[K].kind>(s + row_plan<R>.checks[K].position) | ...) == 0;
 }
 
 template <std::size_t Position, std::size_t Width>
@@ -49,7 +92,7 @@ bool read_shape(std::u32string_view text, double& result, std::int32_t& status_w
         return false;
     } else {
         const wchar* s = text.data();
-        if (text.size() != shape.length || !fits<R>(s, std::make_index_sequence<shape.length>{})) return false;
+        if (text.size() != shape.length || !fits<R>(s, std::make_index_sequence<row_plan<R>.count>{})) return false;
         if constexpr (shape.needs_digit_test)
             if (!is_all_digit(text)) return false;
         constexpr value_kind kind = template_facts[R].kind;

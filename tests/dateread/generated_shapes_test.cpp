@@ -17,6 +17,7 @@
 #include "dateread/fixed_shape.h"
 #include "dateread/template_facts.h"
 #include "dateread/text_preparation.h"
+#include "dateread/value_builder.h"
 #include "frame/reporting.h"
 #include "kernel_handle.h"
 #include "shape_writer.h"
@@ -277,6 +278,23 @@ TEST(GeneratedShapes, FixedShapesReadAsTheGeneralPath) {
     }
     EXPECT_GT(shaped, 40);  // the ISO dates, datetimes and times, the all-digit dates
     EXPECT_GT(in_place, shaped * per_row / 2);  // most of the base texts take the shape's own way
+}
+
+// The reader's day numbers (counted from 1 March, the leap rule asked for 29 February alone) are
+// the calendar's: every month and day around the valid ones, over the two-digit years, the
+// range's ends and the centuries and four-thousands where the leap rule turns.
+TEST(GeneratedShapes, DayNumbersAreTheCalendars) {
+    vxhost::set_year_cutoff(std::nullopt);
+    std::vector<std::int64_t> years = {-1, 1581, 9999, 10000, 20001, 99999};
+    for (std::int64_t y = 0; y <= 120; ++y) years.push_back(y);
+    for (const std::int64_t from : {1582, 1896, 1996, 2096, 2396, 3996, 7996, 11996, 15996, 19990})
+        for (std::int64_t y = from; y < from + 11; ++y) years.push_back(y);
+    for (const std::int64_t y : years)
+        for (std::int64_t m = -1; m <= 13; ++m)
+            for (std::int64_t d = -1; d <= 32; ++d) {
+                const double want = vxlocfmt::calendar::zmdy(static_cast<double>(m), static_cast<double>(d), static_cast<double>(y));
+                ASSERT_EQ(std::bit_cast<std::uint64_t>(day_number_of(y, m, d)), std::bit_cast<std::uint64_t>(want)) << y << "-" << m << "-" << d;
+            }
 }
 
 }  // namespace
