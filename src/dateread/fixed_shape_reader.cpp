@@ -60,7 +60,7 @@ std::uint64_t misfit(const wchar* s) {
 
 // Every place of the shape, unrolled, the misfits or-ed together and tested once.
 template <std::size_t R, std::size_t... K>
-bool fits(const wchar* s, std::index_sequence<K...>) {
+[[gnu::always_inline]] inline bool fits(const wchar* s, std::index_sequence<K...>) {
     return (misfit<row_plan<R>.checks[K].kind>(s + row_plan<R>.checks[K].position) | ...) == 0;
 }
 
