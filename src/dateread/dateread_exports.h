@@ -31,9 +31,12 @@ struct anydate_answer {
 // the index only skips rows that cannot read the text, and the programs read as the walk does.
 anydate_answer read_anydate(std::u32string_view text, bool use_index = true);
 
-// dtm_informat's search, also telling which row read the text (-1 for none).
+// dtm_informat's search, also telling which row read the text (-1 for none). With
+// `fixed_shapes`, a text in the fixed shape of the first row its length chooses is read in place
+// (fixed_shape.h); without, every text goes through preparing and the compiled rows. Both give
+// the same answer, status word and row.
 status read_named(std::u32string_view name, const template_row* given, std::u32string_view text, double* result,
-                  std::int32_t* status_word, bool preprocess, std::int32_t* row_read);
+                  std::int32_t* status_word, bool preprocess, std::int32_t* row_read, bool fixed_shapes = true);
 
 }  // namespace vxlocfmt::dateread
 

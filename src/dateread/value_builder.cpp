@@ -45,7 +45,34 @@ constexpr std::int64_t day_of(std::int64_t year, std::int64_t day_of_year) {
 static_assert(day_of(1582, 1) == calendar::day_from_ordinal(1582, 1) && day_of(20000, 366) == calendar::day_from_ordinal(20000, 366));
 static_assert(day_of(1960, 1) == 0 && day_of(4001, 1) == calendar::day_from_ordinal(4001, 1));
 
+// The day number counted from 1 March, where the leap day ends the year and needs no test: the
+// years of January and February are the year before's.
+constexpr std::int64_t day_from_march(std::int64_t year, std::uint32_t month, std::uint32_t day) {
+    const auto y = static_cast<std::uint32_t>(year) - (month <= 2 ? 1 : 0);  // [1581, 20000]
+    const std::uint32_t leap_days = y / 4 - y / 100 + y / 400 - y / 4000;
+    const std::uint32_t day_of_march_year = (153 * (month > 2 ? month - 3 : month + 9) + 2) / 5 + day - 1;
+    return static_cast<std::int64_t>(365 * y + leap_days + day_of_march_year) - (calendar::day_count_of_epoch - 60);
+}
+static_assert(day_from_march(1960, 1, 1) == 0 && day_from_march(1582, 1, 1) == day_of(1582, 1) &&
+              day_from_march(4000, 3, 1) == day_of(4000, 60) && day_from_march(2000, 3, 1) == day_of(2000, 61) &&
+              day_from_march(20000, 12, 31) == day_of(20000, 365) && day_from_march(1900, 2, 28) == day_of(1900, 59));
+
 }  // namespace
+
+double day_number_of(std::int64_t y, std::int64_t m, std::int64_t d) {
+    // zmdy's answer without its round trip through a Julian date.
+    if (m < 1 || m > 12 || d < 1 || d > 31) return calendar::missing_value();
+    const std::int64_t cy = calendar_year(y);
+    if (cy < 0) return calendar::missing_value();
+    const auto month_number = static_cast<std::uint32_t>(m);
+    const auto day_number = static_cast<std::uint32_t>(d);
+    // Only a day past the 28th can be past its month's end: the leap rule is asked for 29 February alone.
+    if (day_number > 28) {
+        const std::int32_t length = month_number == 2 ? 28 + is_leap(cy) : days_before_common_month[month_number] - days_before_common_month[month_number - 1];
+        if (static_cast<std::int32_t>(day_number) > length) return calendar::missing_value();
+    }
+    return as_double(day_from_march(cy, month_number, day_number));
+}
 
 double date_of(const read_slots& s) {
     const std::int64_t y = s.field[year];
@@ -60,17 +87,7 @@ double date_of(const read_slots& s) {
     std::int64_t m = s.field[month];
     if (has(s.field[quarter])) m = 3 * s.field[quarter] - 2;
     if (!has(m)) return calendar::missing_value();
-    const std::int64_t d = has(s.field[day]) ? s.field[day] : 1;
-    // zmdy's answer without its round trip through a Julian date.
-    if (m < 1 || m > 12 || d < 1 || d > 31) return calendar::missing_value();
-    const std::int64_t cy = calendar_year(y);
-    if (cy < 0) return calendar::missing_value();
-    const auto month_number = static_cast<std::int32_t>(m);
-    const bool leap = is_leap(cy);
-    const std::int32_t length = month_number == 2 ? 28 + leap : days_before_common_month[month_number] - days_before_common_month[month_number - 1];
-    if (d > length) return calendar::missing_value();
-    const std::int32_t before = days_before_common_month[month_number - 1] + (month_number > 2 && leap ? 1 : 0);
-    return as_double(day_of(cy, before + d));
+    return day_number_of(y, m, has(s.field[day]) ? s.field[day] : 1);
 }
 
 double time_of(const read_slots& s, bool local_zone) {

@@ -23,6 +23,9 @@ inline constexpr std::int32_t status_datetime = 3;
 
 // The day number of the slots' date, or missing.
 double date_of(const read_slots& slots);
+// The day number of a year (0 to 99 through the cut-off), month and day as read, or missing:
+// date_of's answer for slots holding just these three.
+double day_number_of(std::int64_t year, std::int64_t month, std::int64_t day);
 // Seconds since midnight UTC (local for `local_zone`), or missing when no clock part was read.
 double time_of(const read_slots& slots, bool local_zone);
 // The row's value by its kind; writes the status word (left 0 for a datetime that is missing).

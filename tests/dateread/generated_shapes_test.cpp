@@ -1,7 +1,8 @@
 // Every template row reads texts written in its own shape back to the value they were made
 // from; a literal may be any character (literals are not compared); a character after the end
 // fails the row. The index and the plain walk of the ANYDATE driver agree on all of them and on
-// random text. VX_ANYDATE_SWEEP sets the texts per row (default 40).
+// random text, and a named read of a text in its row's fixed shape gives what the general path
+// gives. VX_ANYDATE_SWEEP sets the texts per row (default 40).
 #include <gtest/gtest.h>
 
 #include <bit>
@@ -13,8 +14,10 @@
 #include "calendar/calendar.h"
 #include "dateread/compiled_pattern.h"
 #include "dateread/dateread_exports.h"
+#include "dateread/fixed_shape.h"
 #include "dateread/template_facts.h"
 #include "dateread/text_preparation.h"
+#include "dateread/value_builder.h"
 #include "frame/reporting.h"
 #include "kernel_handle.h"
 #include "shape_writer.h"
@@ -213,6 +216,84 @@ TEST(GeneratedShapes, CompiledRowsReadAsTheirPatterns) {
             same(r, text);
         }
     }
+}
+
+// A named read of a text in its row's fixed shape, read in place, gives what preparing and the
+// compiled rows give: the status, the value's bits, the status word and the row, with and without
+// preparing. Texts in each shaped row's shape from valid dates and from random digits (months 13,
+// days 32, year 0000, 29 February of common years), every digit place through 0 to 9, one
+// character off anywhere, a character more or less, and the whole alphabet in literal places.
+TEST(GeneratedShapes, FixedShapesReadAsTheGeneralPath) {
+    vxhost::set_year_cutoff(std::nullopt);
+    std::mt19937_64 rng(19072020);
+    const int per_row = sweep();
+    static const char32_t alphabet[] = U" -/:,.+0123456789AaTZ\u00e9";
+    auto same = [](std::u32string_view name, const std::u32string& text) {
+        for (const bool preprocess : {true, false}) {
+            double va = 0, vb = 0;
+            std::int32_t sa = -7, sb = -7, ra = -7, rb = -7;
+            const auto a = read_named(name, nullptr, text, &va, &sa, preprocess, &ra, true);
+            const auto b = read_named(name, nullptr, text, &vb, &sb, preprocess, &rb, false);
+            const std::string shown = vxhost::to_utf8(name) + " '" + vxhost::to_utf8(text) + "'";
+            ASSERT_EQ(a, b) << shown;
+            ASSERT_EQ(ra, rb) << shown;
+            ASSERT_EQ(std::bit_cast<std::uint64_t>(va), std::bit_cast<std::uint64_t>(vb)) << shown;
+            ASSERT_EQ(sa, sb) << shown;
+        }
+    };
+    int shaped = 0, in_place = 0;
+    for (std::size_t r = 0; r < template_count; ++r) {
+        const fixed_shape& f = row_shapes[r];
+        if (f.length == 0) continue;
+        ++shaped;
+        const std::u32string_view name(vxfmt_templates[r].name, template_facts[r].name_length);
+        for (int k = 0; k < per_row; ++k) {
+            std::u32string text = anydate_test::write_shape(pattern_of(r), random_moment(rng, template_facts[r].has_two_digit_year), rng).text;
+            if (k % 2 == 1) {  // random digits in the digits' places, anything in the literals'
+                text.assign(f.length, U' ');
+                for (std::size_t i = 0; i < text.size(); ++i)
+                    text[i] = (f.digits >> i) & 1 ? static_cast<char32_t>(U'0' + rng() % 10) : alphabet[rng() % (std::size(alphabet) - 1)];
+            }
+            same(name, text);
+            double v;
+            std::int32_t status_word;
+            in_place += read_fixed_shape(r, text, v, status_word);
+            for (std::size_t i = 0; i < text.size(); ++i) {
+                std::u32string other = text;
+                if ((f.digits >> i) & 1) {
+                    for (char32_t d = U'0'; d <= U'9'; ++d) other[i] = d, same(name, other);
+                } else {
+                    for (const char32_t c : alphabet) if (c) other[i] = c, same(name, other);
+                }
+                other = text;
+                other[i] = alphabet[rng() % (std::size(alphabet) - 1)];
+                same(name, other);
+            }
+            same(name, text.substr(0, text.size() - 1));
+            same(name, text + static_cast<char32_t>(U'0' + rng() % 10));
+            same(name, U" " + text);
+            same(name, text + U" ");
+        }
+    }
+    EXPECT_GT(shaped, 40);  // the ISO dates, datetimes and times, the all-digit dates
+    EXPECT_GT(in_place, shaped * per_row / 2);  // most of the base texts take the shape's own way
+}
+
+// The reader's day numbers (counted from 1 March, the leap rule asked for 29 February alone) are
+// the calendar's: every month and day around the valid ones, over the two-digit years, the
+// range's ends and the centuries and four-thousands where the leap rule turns.
+TEST(GeneratedShapes, DayNumbersAreTheCalendars) {
+    vxhost::set_year_cutoff(std::nullopt);
+    std::vector<std::int64_t> years = {-1, 1581, 9999, 10000, 20001, 99999};
+    for (std::int64_t y = 0; y <= 120; ++y) years.push_back(y);
+    for (const std::int64_t from : {1582, 1896, 1996, 2096, 2396, 3996, 7996, 11996, 15996, 19990})
+        for (std::int64_t y = from; y < from + 11; ++y) years.push_back(y);
+    for (const std::int64_t y : years)
+        for (std::int64_t m = -1; m <= 13; ++m)
+            for (std::int64_t d = -1; d <= 32; ++d) {
+                const double want = vxlocfmt::calendar::zmdy(static_cast<double>(m), static_cast<double>(d), static_cast<double>(y));
+                ASSERT_EQ(std::bit_cast<std::uint64_t>(day_number_of(y, m, d)), std::bit_cast<std::uint64_t>(want)) << y << "-" << m << "-" << d;
+            }
 }
 
 }  // namespace
