@@ -12,7 +12,7 @@
 #include <string>
 #include <vector>
 
-#include "embed/spec.h"
+#include "embed/request.h"
 
 namespace vxcli {
 

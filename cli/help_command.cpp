@@ -9,7 +9,7 @@
 #include "locale_data.h"
 #include "embed/classic_routines.h"
 #include "embed/reader.h"
-#include "embed/spec.h"
+#include "embed/request.h"
 #include "embed/template_names.h"
 #include "text_convert.h"
 #include "values.h"

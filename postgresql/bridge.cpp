@@ -19,7 +19,7 @@
 
 #include "embed/formatter.h"
 #include "embed/reader.h"
-#include "embed/spec.h"
+#include "embed/request.h"
 #include "library.h"
 #include "locale_data.h"
 #include "routine_cache.h"

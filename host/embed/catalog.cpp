@@ -4,7 +4,7 @@
 
 #include "dateread/template_table.h"
 #include "embed/classic_routines.h"
-#include "embed/spec.h"
+#include "embed/request.h"
 
 namespace vxhost {
 namespace {

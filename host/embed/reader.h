@@ -14,7 +14,7 @@
 #include <string>
 #include <string_view>
 
-#include "embed/spec.h"
+#include "embed/request.h"
 #include "embed/value_kind.h"
 #include "frame/abi.h"
 #include "library.h"

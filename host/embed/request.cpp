@@ -1,4 +1,4 @@
-#include "spec.h"
+#include "request.h"
 
 #include <cctype>
 #include <charconv>
