@@ -14,28 +14,31 @@ namespace {
 
 double missing_value() { return std::bit_cast<double>(vxlocfmt::missing_bits); }
 
+// Each value's text into its row of `row_width` units, the rest of the row zeros (NumPy's padding).
+template <class Unit, class TextOf>
+void fill_rows(vxhost::Formatter& formatter, const double* values, std::size_t count, Unit* rows,
+               std::size_t row_width, TextOf text_of) {
+    for (std::size_t i = 0; i < count; ++i) {
+        Unit* row = rows + i * row_width;
+        const std::basic_string_view<Unit> text = text_of(values[i]);
+        if (text.size() > row_width) overflow(formatter, row_width);
+        std::copy(text.begin(), text.end(), row);
+        std::fill(row + text.size(), row + row_width, Unit{});
+    }
+}
+
 }  // namespace
 
 void format_rows(vxhost::Formatter& formatter, const double* values, std::size_t count, char32_t* rows,
                  std::size_t row_width) {
-    for (std::size_t i = 0; i < count; ++i) {
-        char32_t* row = rows + i * row_width;
-        const std::u32string_view text = formatter.format_wide(values[i]).text;
-        if (text.size() > row_width) overflow(formatter, row_width);
-        std::copy(text.begin(), text.end(), row);
-        std::fill(row + text.size(), row + row_width, U'\0');
-    }
+    fill_rows(formatter, values, count, rows, row_width,
+              [&](double value) { return std::u32string_view(formatter.format_wide(value).text); });
 }
 
 void format_byte_rows(vxhost::Formatter& formatter, const double* values, std::size_t count, char* rows,
                       std::size_t row_width) {
-    for (std::size_t i = 0; i < count; ++i) {
-        char* row = rows + i * row_width;
-        const std::string_view text = formatter.format(values[i]).text;
-        if (text.size() > row_width) overflow(formatter, row_width);
-        std::copy(text.begin(), text.end(), row);
-        std::fill(row + text.size(), row + row_width, '\0');
-    }
+    fill_rows(formatter, values, count, rows, row_width,
+              [&](double value) { return std::string_view(formatter.format(value).text); });
 }
 
 ReadFailure read_texts(vxhost::Reader& reader, const TextColumn& texts, std::size_t begin, std::size_t end,

@@ -14,6 +14,7 @@
 #include "dateread/fixed_length_reader.h"
 #include "kernel_handle.h"
 #include "library.h"
+#include "library_suite.h"
 #include "nldate/nldate_fixture.h"
 #include "session.h"
 
@@ -29,17 +30,10 @@ using nldate_test::to_utf8;
 
 constexpr double missing = std::numeric_limits<double>::quiet_NaN();  // any NaN: "the missing value"
 
-class NlInformats : public ::testing::Test {
+class NlInformats : public vxtest::LibrarySuite {
 protected:
-    static void SetUpTestSuite() { library = new vxhost::Library(); }
-    static void TearDownTestSuite() {
-        delete library;
-        library = nullptr;
-    }
-    static vxhost::Library* library;
     void TearDown() override { vxhost::set_year_cutoff(1950); }
 };
-vxhost::Library* NlInformats::library = nullptr;
 
 void expect_read(const vxhost::ReadResult& got, vxlocfmt::status code, double value, const std::string& what) {
     EXPECT_EQ(got.code, code) << what;

@@ -6,6 +6,8 @@
 // locale.
 #include <gtest/gtest.h>
 
+#include "library_suite.h"
+
 #include <chrono>
 #include <cmath>
 #include <cstdio>
@@ -100,16 +102,7 @@ CivilDate in_cutoff_century(CivilDate d) {
     return d;
 }
 
-class NlRoundTrip : public ::testing::Test {
-protected:
-    static void SetUpTestSuite() { library = new vxhost::Library(); }
-    static void TearDownTestSuite() {
-        delete library;
-        library = nullptr;
-    }
-    static vxhost::Library* library;
-};
-vxhost::Library* NlRoundTrip::library = nullptr;
+class NlRoundTrip : public vxtest::LibrarySuite {};
 
 TEST_F(NlRoundTrip, EveryGregorianLatinLocale) {
     vxhost::set_year_cutoff(1950);

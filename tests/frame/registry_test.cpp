@@ -7,6 +7,7 @@
 #include <string>
 
 #include "library.h"
+#include "library_suite.h"
 #include "text_convert.h"
 
 namespace {
@@ -36,13 +37,7 @@ std::string function_symbol(const std::string& name) {
     return "vxfmt" + lower(bare) + "i";
 }
 
-class Registry : public ::testing::Test {
-protected:
-    static void SetUpTestSuite() { library = new vxhost::Library(); }
-    static void TearDownTestSuite() { delete library; }
-    static vxhost::Library* library;
-};
-vxhost::Library* Registry::library = nullptr;
+class Registry : public vxtest::LibrarySuite {};
 
 TEST_F(Registry, ShapeAndEndRow) {
     const FuncInfo* rows = library->registry();

@@ -10,6 +10,7 @@
 #include "harness.h"
 #include "icu_oracle.h"
 #include "library.h"
+#include "library_suite.h"
 #include "session.h"
 
 namespace {
@@ -18,16 +19,7 @@ using namespace vxlocfmt;
 using namespace nldate_oracle;
 using nldate_test::to_utf8;
 
-class DatetimeOracle : public ::testing::Test {
-protected:
-    static void SetUpTestSuite() { library = new vxhost::Library(); }
-    static void TearDownTestSuite() {
-        delete library;
-        library = nullptr;
-    }
-    static vxhost::Library* library;
-};
-vxhost::Library* DatetimeOracle::library = nullptr;
+class DatetimeOracle : public vxtest::LibrarySuite {};
 
 TEST_F(DatetimeOracle, MediumDatetimeFullDatetimeAndMediumTimeEqualIcu) {
     const std::vector<std::string> ids = oracle_locales();

@@ -19,6 +19,7 @@
 #include <vector>
 
 #include "library.h"
+#include "library_suite.h"
 #include "locale_data.h"
 #include "icu_oracle.h"
 #include "nldate_fixture.h"
@@ -34,13 +35,8 @@ using namespace nldate_oracle;
 constexpr CivilDate fixed_dates[] = {{1600, 1, 1}, {2024, 2, 29}, {1999, 12, 31}, {9999, 12, 31}};
 constexpr int spread_dates_per_locale = 6;
 
-class IcuOracle : public ::testing::Test {
+class IcuOracle : public vxtest::LibrarySuite {
 protected:
-    static void SetUpTestSuite() { library = new vxhost::Library(); }
-    static void TearDownTestSuite() {
-        delete library;
-        library = nullptr;
-    }
     // Skips when the host's locale data has no patterns (the data file not built in).
     static bool has_locale_data() {
         vxhost::Session session(*library, options_for("en_US"));
@@ -49,9 +45,7 @@ protected:
         const PropertyCache* table = session.call().property_cache;
         return table && table->properties[28].length > 0;
     }
-    static vxhost::Library* library;
 };
-vxhost::Library* IcuOracle::library = nullptr;
 
 TEST_F(IcuOracle, LongMediumFullAndYearMonthEqualIcu) {
     if (!has_locale_data()) GTEST_SKIP() << "the en_US locale block has no patterns: locale data not built in";
