@@ -24,16 +24,11 @@
 #include <vector>
 
 #include "dateread/dateread_exports.h"
+#include "side_by_side.h"
 #include "kernel_handle.h"
 #include "frame/kernel.h"
 
 namespace {
-
-double cpu_ns() {
-    timespec t{};
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &t);
-    return static_cast<double>(t.tv_sec) * 1e9 + static_cast<double>(t.tv_nsec);
-}
 
 constexpr const char* month_abbrev[] = {"Jan", "Feb", "Mar", "Apr", "May", "Jun", "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
 constexpr const char* month_full[] = {"January", "February", "March",     "April",   "May",      "June",
@@ -115,24 +110,20 @@ inline double floor_e8601dt(const std::u32string& s) {
 // `rounds` times, so the CPU clock's own cost (a system call here) stays below a percent.
 constexpr std::size_t rounds = 64;
 template <class Ours, class Peer>
-void compare(benchmark::State& state, std::size_t texts, Ours ours, Peer peer) {
+void compare(benchmark::State& state, const char* peer_name, std::size_t texts, Ours ours, Peer peer) {
     const std::size_t batch = texts * rounds;
     double ours_ns = 0, peer_ns = 0;
     for (auto _ : state) {
-        const double t0 = cpu_ns();
+        const double t0 = vxbench::thread_cpu_ns();
         for (std::size_t i = 0; i < batch; ++i) ours(i % texts);
-        const double t1 = cpu_ns();
+        const double t1 = vxbench::thread_cpu_ns();
         for (std::size_t i = 0; i < batch; ++i) peer(i % texts);
-        const double t2 = cpu_ns();
+        const double t2 = vxbench::thread_cpu_ns();
         ours_ns += t1 - t0;
         peer_ns += t2 - t1;
         state.SetIterationTime((t1 - t0) / 1e9);
     }
-    const double values = static_cast<double>(state.iterations()) * static_cast<double>(batch);
-    state.SetItemsProcessed(static_cast<std::int64_t>(values));
-    state.counters["ns_per_value"] = ours_ns / values;
-    state.counters["peer_ns_per_value"] = peer_ns / values;
-    state.counters["ratio"] = peer_ns > 0 ? ours_ns / peer_ns : 0;
+    vxbench::report_per_value(state, batch, ours_ns, {{peer_name, peer_ns}});
 }
 
 // One call record for every value, as the host keeps one per column and the other bench programs
@@ -167,7 +158,7 @@ void driver_vs_icu(benchmark::State& state, const std::vector<std::u32string>& t
     }
     const std::vector<std::u16string> icu_in = icu_texts();
     const std::size_t batch = texts.size();
-    compare(state, batch, [&](std::size_t i) { benchmark::DoNotOptimize(read_driver(texts[i])); },
+    compare(state, "icu", batch, [&](std::size_t i) { benchmark::DoNotOptimize(read_driver(texts[i])); },
             [&](std::size_t i) {
                 UErrorCode e = U_ZERO_ERROR;
                 const std::u16string& s = icu_in[i % icu_in.size()];
@@ -193,7 +184,7 @@ void named_vs_floor(benchmark::State& state, std::u32string_view name, const std
             state.SkipWithError("the floor does not give our value");
             return;
         }
-    compare(state, texts.size(), [&](std::size_t i) { benchmark::DoNotOptimize(read(texts[i])); },
+    compare(state, "floor", texts.size(), [&](std::size_t i) { benchmark::DoNotOptimize(read(texts[i])); },
             [&](std::size_t i) { benchmark::DoNotOptimize(floor(texts[i])); });
 }
 

@@ -37,6 +37,7 @@
 #include "library.h"
 #include "peers.h"
 #include "session.h"
+#include "side_by_side.h"
 #include "text_convert.h"
 #include "values.h"
 
@@ -155,18 +156,10 @@ struct Options {
     std::string locale_cache;
 };
 
-std::string executable_folder() {
-    char exe[PATH_MAX];
-    const ssize_t n = readlink("/proc/self/exe", exe, sizeof exe - 1);
-    if (n <= 0) return ".";
-    std::string dir(exe, static_cast<std::size_t>(n));
-    return dir.substr(0, dir.find_last_of('/'));
-}
-
 // Takes our own flags out of the arguments; the rest goes to Google Benchmark.
 Options parse_options(std::vector<char*>& args) {
     Options o;
-    o.locale_cache = executable_folder() + "/bench-locales";
+    o.locale_cache = vxbench::locale_cache();
     std::vector<char*> kept{args.front()};
     for (std::size_t i = 1; i < args.size(); ++i) {
         const std::string_view a = args[i];

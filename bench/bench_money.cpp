@@ -10,34 +10,18 @@
 #include <monetary.h>
 #include <unicode/unum.h>
 
-#include <unistd.h>
-
 #include <array>
 #include <chrono>
-#include <climits>
 #include <string>
 
-#include "library.h"
 #include "peers.h"
 #include "session.h"
+#include "side_by_side.h"
 
 namespace {
 
+using vxbench::loaded_library;
 using clock_type = std::chrono::steady_clock;
-
-// strfmon_l's locales are compiled beside the program when the system lacks them (as bench_formats does).
-std::string locale_cache() {
-    char exe[PATH_MAX];
-    const ssize_t n = readlink("/proc/self/exe", exe, sizeof exe - 1);
-    if (n <= 0) return "bench-locales";
-    const std::string path(exe, static_cast<std::size_t>(n));
-    return path.substr(0, path.find_last_of('/')) + "/bench-locales";
-}
-
-vxhost::Library& library() {
-    static vxhost::Library loaded;
-    return loaded;
-}
 
 // Amounts from -5e6 to 5e6 with cents, a prime step apart so digit counts and signs vary.
 constexpr std::size_t batch = 64;
@@ -56,11 +40,11 @@ struct Case {
 };
 
 void run(benchmark::State& state, const Case& c) {
-    const vxlocfmt::FuncInfo* row = library().find(c.row);
+    const vxlocfmt::FuncInfo* row = loaded_library().find(c.row);
     vxhost::SessionOptions options;
     options.locale = c.locale;
     if (c.bytes) options.encoding = "UTF-8";
-    vxhost::Session session(library(), options);
+    vxhost::Session session(loaded_library(), options);
     constexpr std::int32_t width = 20;
     session.format(*row, width, 2, 0);  // builds the property table: the call record is warm
     vxlocfmt::FmtCall& call = session.call();
@@ -81,7 +65,7 @@ void run(benchmark::State& state, const Case& c) {
     }
     unum_setAttribute(icu, UNUM_MIN_FRACTION_DIGITS, 2);
     unum_setAttribute(icu, UNUM_MAX_FRACTION_DIGITS, 2);
-    vxbench::CLocale clocale(c.locale, locale_cache());
+    vxbench::CLocale clocale(c.locale, vxbench::locale_cache());
     UChar icu_text[64];
     char c_text[64];
 
@@ -114,17 +98,8 @@ void run(benchmark::State& state, const Case& c) {
         state.SetIterationTime(std::chrono::duration<double>(t1 - t0).count());
     }
     unum_close(icu);
-    const double n = static_cast<double>(state.iterations()) * batch;
-    state.SetItemsProcessed(static_cast<std::int64_t>(n));
-    state.counters["ns_per_value"] = ours_ns / n;
-    state.counters["icu_ns"] = icu_ns / n;
-    state.counters["vs_icu"] = icu_ns > 0 ? ours_ns / icu_ns : 0;
-    if (clocale.handle()) {
-        state.counters["strfmon_ns"] = c_ns / n;
-        state.counters["vs_strfmon"] = c_ns > 0 ? ours_ns / c_ns : 0;
-    } else {
-        state.SetLabel("no strfmon_l: " + clocale.why());
-    }
+    vxbench::report_per_value(state, batch, ours_ns, {{"icu", icu_ns}, {"strfmon", c_ns, clocale.handle() != nullptr}});
+    if (!clocale.handle()) state.SetLabel("no strfmon_l: " + clocale.why());
 }
 
 const Case nlmny_de{"de_DE", U"NLMNY", false, UNUM_CURRENCY, "%n"};

@@ -12,17 +12,13 @@
 #include <chrono>
 #include <string>
 
-#include "library.h"
 #include "session.h"
+#include "side_by_side.h"
 
 namespace {
 
+using vxbench::loaded_library;
 using clock_type = std::chrono::steady_clock;
-
-vxhost::Library& library() {
-    static vxhost::Library loaded;
-    return loaded;
-}
 
 // Dates from 1900 to 2100, a prime step apart so months and weekdays vary.
 constexpr std::size_t batch = 64;
@@ -35,10 +31,10 @@ constexpr double unix_epoch_day = 3653;  // 1970-01-01 as a day number
 constexpr double millis_per_day = 86400000.0;
 
 void run(benchmark::State& state, const char* locale, std::u32string_view format, UDateFormatStyle style) {
-    const vxlocfmt::FuncInfo* row = library().find(format);
+    const vxlocfmt::FuncInfo* row = loaded_library().find(format);
     vxhost::SessionOptions options;
     options.locale = locale;
-    vxhost::Session session(library(), options);
+    vxhost::Session session(loaded_library(), options);
     session.format(*row, 200, 0, 0);  // builds the property table: the call record is warm
     vxlocfmt::FmtCall& call = session.call();
     std::array<vxlocfmt::wchar, 200> cells{};
@@ -83,11 +79,7 @@ void run(benchmark::State& state, const char* locale, std::u32string_view format
         state.SetIterationTime(ours.count());
     }
     udat_close(icu);
-    const double values = static_cast<double>(state.iterations()) * batch;
-    state.SetItemsProcessed(static_cast<std::int64_t>(values));
-    state.counters["ns_per_value"] = ours_ns / values;
-    state.counters["icu_ns_per_value"] = icu_ns / values;
-    state.counters["ratio"] = icu_ns > 0 ? ours_ns / icu_ns : 0;
+    vxbench::report_per_value(state, batch, ours_ns, {{"icu", icu_ns}});
 }
 
 void BM_NLDATE_en_US(benchmark::State& state) { run(state, "en_US", U"NLDATE", UDAT_LONG); }

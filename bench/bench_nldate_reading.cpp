@@ -15,38 +15,20 @@
 #include <unicode/udat.h>
 #include <unicode/ustring.h>
 
-#include <climits>
 #include <cmath>
 #include <ctime>
 #include <string>
-#include <unistd.h>
 #include <vector>
 
-#include "library.h"
 #include "peers.h"
 #include "session.h"
+#include "side_by_side.h"
 #include "text_convert.h"
 
 namespace {
 
-double cpu_ns() {
-    timespec t{};
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &t);
-    return static_cast<double>(t.tv_sec) * 1e9 + static_cast<double>(t.tv_nsec);
-}
-
-std::string locale_cache() {
-    char exe[PATH_MAX];
-    const ssize_t n = readlink("/proc/self/exe", exe, sizeof exe - 1);
-    if (n <= 0) return "bench-locales";
-    const std::string path(exe, static_cast<std::size_t>(n));
-    return path.substr(0, path.find_last_of('/')) + "/bench-locales";
-}
-
-vxhost::Library& library() {
-    static vxhost::Library loaded;
-    return loaded;
-}
+using vxbench::loaded_library;
+using vxbench::thread_cpu_ns;
 
 struct Case {
     const char* locale;
@@ -69,9 +51,9 @@ std::vector<double> values(bool datetime) {
 }
 
 void run(benchmark::State& state, const Case& c) {
-    vxhost::Session session(library(), {.locale = c.locale});
-    const vxlocfmt::FuncInfo& format = *library().find(c.format);
-    const vxlocfmt::FuncInfo& informat = *library().find(c.informat);
+    vxhost::Session session(loaded_library(), {.locale = c.locale});
+    const vxlocfmt::FuncInfo& format = *loaded_library().find(c.format);
+    const vxlocfmt::FuncInfo& informat = *loaded_library().find(c.informat);
     const std::vector<double> expected = values(c.datetime);
     std::vector<std::u32string> texts;
     std::vector<std::u16string> icu_texts;
@@ -107,7 +89,7 @@ void run(benchmark::State& state, const Case& c) {
             return;
         }
     }
-    vxbench::CLocale clocale(c.locale, locale_cache());
+    vxbench::CLocale clocale(c.locale, vxbench::locale_cache());
     const bool with_strptime = clocale.handle() != nullptr;
     if (with_strptime)
         for (std::size_t i = 0; i < c_texts.size(); ++i) {
@@ -125,39 +107,30 @@ void run(benchmark::State& state, const Case& c) {
     const std::size_t batch = texts.size() * rounds;
     double ours_ns = 0, icu_ns = 0, c_ns = 0;
     for (auto _ : state) {
-        const double t0 = cpu_ns();
+        const double t0 = thread_cpu_ns();
         for (std::size_t i = 0; i < batch; ++i)
             benchmark::DoNotOptimize(session.read(informat, 40, 0, texts[i % texts.size()]).value);
-        const double t1 = cpu_ns();
+        const double t1 = thread_cpu_ns();
         for (std::size_t i = 0; i < batch; ++i) {
             UErrorCode e = U_ZERO_ERROR;
             const std::u16string& s = icu_texts[i % icu_texts.size()];
             benchmark::DoNotOptimize(udat_parse(icu.handle(), s.data(), static_cast<std::int32_t>(s.size()), nullptr, &e));
         }
-        const double t2 = cpu_ns();
+        const double t2 = thread_cpu_ns();
         if (with_strptime)
             for (std::size_t i = 0; i < batch; ++i) {
                 std::tm parts{};
                 benchmark::DoNotOptimize(strptime_l(c_texts[i % c_texts.size()].c_str(), c.strptime, &parts, clocale.handle()));
                 benchmark::DoNotOptimize(timegm(&parts));
             }
-        const double t3 = cpu_ns();
+        const double t3 = thread_cpu_ns();
         ours_ns += t1 - t0;
         icu_ns += t2 - t1;
         c_ns += t3 - t2;
         state.SetIterationTime((t1 - t0) / 1e9);
     }
-    const double n = static_cast<double>(state.iterations()) * static_cast<double>(batch);
-    state.SetItemsProcessed(static_cast<std::int64_t>(n));
-    state.counters["ns_per_value"] = ours_ns / n;
-    state.counters["icu_ns"] = icu_ns / n;
-    state.counters["ratio_icu"] = icu_ns > 0 ? ours_ns / icu_ns : 0;
-    if (with_strptime) {
-        state.counters["strptime_ns"] = c_ns / n;
-        state.counters["ratio_strptime"] = c_ns > 0 ? ours_ns / c_ns : 0;
-    } else {
-        state.SetLabel("no strptime_l: " + clocale.why());
-    }
+    vxbench::report_per_value(state, batch, ours_ns, {{"icu", icu_ns}, {"strptime", c_ns, with_strptime}});
+    if (!with_strptime) state.SetLabel("no strptime_l: " + clocale.why());
 }
 
 using vxbench::IcuStyle;

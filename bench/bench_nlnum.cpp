@@ -11,27 +11,20 @@
 
 #include <unicode/unum.h>
 
-#include <unistd.h>
-
 #include <array>
 #include <chrono>
-#include <climits>
 #include <clocale>
 #include <cstdio>
 #include <string>
 
-#include "library.h"
 #include "peers.h"
 #include "session.h"
+#include "side_by_side.h"
 
 namespace {
 
+using vxbench::loaded_library;
 using clock_type = std::chrono::steady_clock;
-
-vxhost::Library& library() {
-    static vxhost::Library loaded;
-    return loaded;
-}
 
 // Amounts from -5e6 to 5e6 with every digit position used, signs mixed, a few small ones.
 constexpr std::size_t batch = 64;
@@ -49,22 +42,12 @@ std::array<double, batch> amounts() {
 constexpr std::int32_t width = 16;
 constexpr std::int32_t decimals = 2;
 
-// strfmon_l's and snprintf's locales are compiled beside the program when the system lacks them
-// (as bench_formats does).
-std::string locale_cache() {
-    char exe[PATH_MAX];
-    const ssize_t n = readlink("/proc/self/exe", exe, sizeof exe - 1);
-    if (n <= 0) return "bench-locales";
-    const std::string path(exe, static_cast<std::size_t>(n));
-    return path.substr(0, path.find_last_of('/')) + "/bench-locales";
-}
-
 void run(benchmark::State& state, const char* locale, std::u32string_view format, UNumberFormatStyle style,
          bool percent) {
-    const vxlocfmt::FuncInfo* row = library().find(format);
+    const vxlocfmt::FuncInfo* row = loaded_library().find(format);
     vxhost::SessionOptions options;
     options.locale = locale;
-    vxhost::Session session(library(), options);
+    vxhost::Session session(loaded_library(), options);
     session.format(*row, width, decimals, 0);  // builds the property table: the call record is warm
     vxlocfmt::FmtCall& call = session.call();
     std::array<vxlocfmt::wchar, 64> cells{};
@@ -89,7 +72,7 @@ void run(benchmark::State& state, const char* locale, std::u32string_view format
     unum_setAttribute(icu, UNUM_MAX_FRACTION_DIGITS, decimals);
     unum_setAttribute(icu, UNUM_ROUNDING_MODE, UNUM_ROUND_HALFUP);
     UChar icu_text[64];
-    vxbench::CLocale clocale(locale, locale_cache());
+    vxbench::CLocale clocale(locale, vxbench::locale_cache());
     char c_text[64];
 
     std::array<double, batch> values = amounts();
@@ -127,17 +110,8 @@ void run(benchmark::State& state, const char* locale, std::u32string_view format
         state.SetIterationTime(ours.count());
     }
     unum_close(icu);
-    const double count = static_cast<double>(state.iterations()) * batch;
-    state.SetItemsProcessed(static_cast<std::int64_t>(count));
-    state.counters["ns_per_value"] = ours_ns / count;
-    state.counters["icu_ns_per_value"] = icu_ns / count;
-    state.counters["ratio"] = icu_ns > 0 ? ours_ns / icu_ns : 0;
-    if (clocale.handle()) {
-        state.counters["snprintf_ns"] = c_ns / count;
-        state.counters["vs_snprintf"] = c_ns > 0 ? ours_ns / c_ns : 0;
-    } else {
-        state.SetLabel("no snprintf peer: " + clocale.why());
-    }
+    vxbench::report_per_value(state, batch, ours_ns, {{"icu", icu_ns}, {"snprintf", c_ns, clocale.handle() != nullptr}});
+    if (!clocale.handle()) state.SetLabel("no snprintf peer: " + clocale.why());
 }
 
 void BM_NLNUM_de_DE(benchmark::State& state) { run(state, "de_DE", U"NLNUM", UNUM_DECIMAL, false); }
