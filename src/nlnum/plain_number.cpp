@@ -65,7 +65,7 @@ bool read_plain_number(std::u32string_view text, FmtCall& call, const NumberConv
     if (first >= last || !is_digit(text[first]) || !is_digit(text[last - 1])) return false;
 
     // What NEGPAREN hands the reader: the digits and the point, grouping and sign gone.
-    wchar digits[informat_read_limit];
+    wchar digits[informat_read_limit];  // worst case: a text of 32 digits
     std::int32_t size = 0;
     bool has_point = false;
     for (std::size_t i = first; i < last; ++i) {

@@ -21,7 +21,6 @@
 #include "nlnum/plain_number.h"
 #include "nlnum/rewrite_text.h"
 #include "session.h"
-#include "text_convert.h"
 
 namespace {
 
