@@ -24,6 +24,9 @@ struct Limits {
     std::int32_t max_decimals;
 };
 
+// The limits of the plain numeric informats (N, NEGPAREN, PERCENT, the comma and dollar ones).
+inline constexpr Limits number_limits{1, 32, 31};
+
 // Codes 2 to 5 when flag bit 0 asks for the check; 0 otherwise.
 inline status check_limits(const FmtCall& call, Limits limits) {
     if (!(call.flags & call_flag_check_limits)) return 0;

@@ -15,7 +15,7 @@ namespace {
 
 using detail::WorkText;
 
-constexpr detail::Limits number_limits{1, 32, 31};
+using detail::number_limits;
 constexpr detail::Limits suffix_limits{4, 35, 31};
 // Copy limit of the euro reader.
 constexpr std::size_t euro_copy_limit = 32;

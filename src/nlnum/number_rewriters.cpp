@@ -4,6 +4,7 @@
 #include <iterator>
 
 #include "classic/value_informats.h"
+#include "nlnum/plain_number.h"
 #include "nlnum/rewrite_text.h"
 
 namespace vxlocfmt::nlnum {
@@ -78,10 +79,10 @@ void read_signs(RewriteText& t, const NumberConventions& c) {
     }
 }
 
+// The common shape in one pass; anything else through the rewrite and the classic informat.
 std::int32_t finish(RewriteText& t, FmtCall& call, const NumberConventions& c, void* extra) {
-    if (!normalise_separators(t, c)) return rewrite_refused;
-    read_signs(t, c);
-    return static_cast<std::int32_t>(read_classic(call, t, vxfmtzifmnpn, extra));
+    if (std::int32_t result; read_plain_number(t.view(), call, c, extra, result)) return result;
+    return read_rewritten(t, call, c, extra);
 }
 
 bool holds(const wchar* symbol, wchar c) {
@@ -117,6 +118,12 @@ private:
 
 }  // namespace
 
+std::int32_t read_rewritten(RewriteText& t, FmtCall& call, const NumberConventions& c, void* extra) {
+    if (!normalise_separators(t, c)) return rewrite_refused;
+    read_signs(t, c);
+    return static_cast<std::int32_t>(read_classic(call, t, vxfmtzifmnpn, extra));
+}
+
 std::size_t number_point(std::u32string_view text, wchar point) {
     std::size_t i = text.size();
     while (i > 0 && !is_digit(text[i - 1])) --i;  // what follows the number: a symbol, a sign
@@ -135,9 +142,12 @@ std::size_t number_point(std::u32string_view text, wchar point) {
 }
 
 std::int32_t zkifnum(std::u32string_view text, FmtCall& call, const NumberConventions& own, void* extra) {
+    // The common shape straight from the caller's text, without the working copy.
+    if (std::int32_t result; read_plain_number(trim_field_blanks(text.substr(0, informat_read_limit)), call, own, extra, result))
+        return result;
     RewriteText t(text);
     t.trim();
-    return finish(t, call, own, extra);
+    return read_rewritten(t, call, own, extra);
 }
 
 std::int32_t zkifpct(std::u32string_view text, FmtCall& call, const NumberConventions& own, void* extra) {

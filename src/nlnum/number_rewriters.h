@@ -31,6 +31,13 @@ std::int32_t zkifpct(std::u32string_view text, FmtCall& call, const NumberConven
 std::int32_t zkifmny(std::u32string_view text, FmtCall& call, const NumberConventions& own,
                      const NumberConventions& other, void* extra);
 
+class RewriteText;
+
+// zkifnum after its first step, the full route: the separators and signs rewritten in place by
+// the record, then the classic NEGPAREN informat. The rewriters take the one-pass reader
+// (plain_number.h) first; this reads what it turns away, and is its reference in the tests.
+std::int32_t read_rewritten(RewriteText& t, FmtCall& call, const NumberConventions& c, void* extra);
+
 // The number's decimal point in a text whose currency symbol may hold the same character
 // ("B/. 1,234.50", "1.234,50 kr."): the position of the character before the last run of digits
 // (the mantissa's, when the text ends in an exponent) when it is `point`; npos otherwise.

@@ -24,6 +24,13 @@ inline constexpr std::size_t informat_read_limit = 32;
 // no-break spaces locale output uses, so that what a user types reads as what they see.
 constexpr bool is_field_blank(wchar c) { return c == U' ' || c == U'\u00A0' || c == U'\u202F'; }
 
+// Field blanks off both ends of a text.
+constexpr std::u32string_view trim_field_blanks(std::u32string_view s) {
+    while (!s.empty() && is_field_blank(s.front())) s.remove_prefix(1);
+    while (!s.empty() && is_field_blank(s.back())) s.remove_suffix(1);
+    return s;
+}
+
 class RewriteText {
 public:
     static constexpr std::size_t capacity = informat_read_limit + 8;

@@ -1,7 +1,8 @@
 // The standard number reader against glibc's strtod in the C locale (correctly rounded) over
 // random decimal texts: short and long mantissas (17 and more significant digits), points
 // anywhere, exponents to the ends of the range, and exact halfway points between neighbouring
-// doubles (and texts a hair either side of them). VXREADER_TEXTS sets the count.
+// doubles (and texts a hair either side of them). VXREADER_TEXTS sets the count. The everyday
+// shape's one-pass branch is held to the general route on short texts of number characters.
 #include <gtest/gtest.h>
 
 #include <bit>
@@ -93,6 +94,26 @@ TEST(DecimalReader, DigitsFarBeyondTheKeptOnesBreakTies) {
     EXPECT_EQ(value, 1.0);  // ties to even
     ASSERT_EQ(classic::read_decimal(wide_above.data(), static_cast<std::int32_t>(wide_above.size()), &value), 0u);
     EXPECT_EQ(value, std::nextafter(1.0, 2.0));
+}
+
+// Short texts of the characters a number is made of, and near misses: the one-pass branch and
+// the general route give the same status and the same bits, or leave the result alike.
+TEST(DecimalReader, PlainShapeAsTheGeneralRoute) {
+    const char32_t alphabet[] = {U'0', U'1', U'5', U'9', U'0', U'7', U'.', U'-', U'+', U' ', U',', U'e', U'\u00A0', U'x'};
+    std::mt19937_64 random(7);
+    long plain = 0;
+    for (int n = 0; n < 300000; ++n) {
+        std::u32string text(random() % 19, U'0');
+        for (char32_t& c : text) c = random() % 3 ? static_cast<char32_t>(U'0' + random() % 10) : alphabet[random() % std::size(alphabet)];
+        const auto length = static_cast<std::int32_t>(text.size());
+        double general = -3.5, ours = -3.5;
+        const status want = classic::read_decimal_general(text.data(), length, &general);
+        const status got = classic::read_decimal(text.data(), length, &ours);
+        ASSERT_EQ(got, want) << n;
+        ASSERT_EQ(std::bit_cast<std::uint64_t>(ours), std::bit_cast<std::uint64_t>(general)) << n;
+        plain += want == 0;
+    }
+    EXPECT_GT(plain, 30000);
 }
 
 }  // namespace
