@@ -18,17 +18,13 @@
 #include <string>
 #include <vector>
 
-#include "library.h"
 #include "session.h"
+#include "side_by_side.h"
 
 namespace {
 
+using vxbench::loaded_library;
 using clock_type = std::chrono::steady_clock;
-
-vxhost::Library& library() {
-    static vxhost::Library loaded;
-    return loaded;
-}
 
 // Amounts from -5e6 to 5e6 with cents, a prime step apart so digit counts and signs vary.
 constexpr std::size_t batch = 64;
@@ -42,9 +38,9 @@ struct Case {
 };
 
 void run(benchmark::State& state, const Case& c) {
-    const vxlocfmt::FuncInfo* format = library().find(c.format);
-    const vxlocfmt::FuncInfo* informat = library().find(U"@" + std::u32string(c.format));
-    vxhost::Session session(library(), {.locale = c.locale});
+    const vxlocfmt::FuncInfo* format = loaded_library().find(c.format);
+    const vxlocfmt::FuncInfo* informat = loaded_library().find(U"@" + std::u32string(c.format));
+    vxhost::Session session(loaded_library(), {.locale = c.locale});
     std::vector<std::u32string> texts;
     std::vector<std::u16string> icu_texts;
     std::vector<double> expected;
@@ -90,7 +86,7 @@ void run(benchmark::State& state, const Case& c) {
     call.width = width;
     call.decimals = 2;
     call.output = &result;
-    const auto classic = reinterpret_cast<vxlocfmt::format_fn>(library().symbol("vxfmtzifmnpn"));
+    const auto classic = reinterpret_cast<vxlocfmt::format_fn>(loaded_library().symbol("vxfmtzifmnpn"));
     double ours_ns = 0, icu_ns = 0, classic_ns = 0;
     for (auto _ : state) {
         const auto t0 = clock_type::now();
@@ -116,12 +112,7 @@ void run(benchmark::State& state, const Case& c) {
         state.SetIterationTime(std::chrono::duration<double>(t1 - t0).count());
     }
     unum_close(icu);
-    const double n = static_cast<double>(state.iterations()) * batch;
-    state.SetItemsProcessed(static_cast<std::int64_t>(n));
-    state.counters["ns_per_value"] = ours_ns / n;
-    state.counters["icu_ns"] = icu_ns / n;
-    state.counters["vs_icu"] = icu_ns > 0 ? ours_ns / icu_ns : 0;
-    state.counters["classic_ns"] = classic_ns / n;
+    vxbench::report_per_value(state, batch, ours_ns, {{"icu", icu_ns}, {"classic", classic_ns}});
 }
 
 const Case nlnum_de{"de_DE", U"NLNUM", UNUM_DECIMAL, false};
