@@ -16,7 +16,7 @@
 #include "library_path.h"
 #include "locale_data.h"
 #include "slices.h"
-#include "values.h"
+#include "embed/value_text.h"
 #include "warm_cache.h"
 
 namespace py = pybind11;
@@ -156,7 +156,7 @@ PYBIND11_MODULE(_native, m) {
     m.def("informats", [] { return vxhost::informat_names(vxpy::shared_library()); });
     m.def("locales", [] { return vxhost::locale_names(); });
     m.def("missing", [](const std::string& code) {
-        const std::optional<double> value = vxcli::parse_value(code);
+        const std::optional<double> value = vxhost::parse_value(code);
         if (!value || !std::isnan(*value))
             throw vxhost::RequestError("'" + code + "' is not a missing-value code (., ._, .A to .Z)");
         return *value;
