@@ -11,8 +11,9 @@
 #include <string>
 #include <vector>
 
-#include "batch.h"
+#include "read_texts.h"
 #include "embed/catalog.h"
+#include "huge_pages.h"
 #include "library_path.h"
 #include "locale_data.h"
 #include "slices.h"
@@ -57,15 +58,16 @@ py::array format_values(py::array_t<double, py::array::c_style | py::array::forc
     py::array column = text_column(count, width, bytes);
     const double* in = values.data();
     void* out = column.mutable_data();
+    vxpy::advise_huge_pages(out, static_cast<std::size_t>(column.nbytes()));
     {
         py::gil_scoped_release released;
         vxpy::in_slices(count, threads, [&](std::size_t begin, std::size_t end, std::size_t slice) {
             // Each thread its own formatter: the calling thread's is `formatter`.
             vxhost::Formatter& mine = slice == 0 ? formatter : vxpy::warm_formatter(wanted);
             if (bytes)
-                vxpy::format_byte_rows(mine, in + begin, end - begin, static_cast<char*>(out) + begin * width, width);
+                mine.format_byte_rows(in + begin, end - begin, static_cast<char*>(out) + begin * width, width);
             else
-                vxpy::format_rows(mine, in + begin, end - begin, static_cast<char32_t*>(out) + begin * width, width);
+                mine.format_rows(in + begin, end - begin, static_cast<char32_t*>(out) + begin * width, width);
         });
     }
     return column;
