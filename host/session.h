@@ -96,13 +96,15 @@ public:
         call_->input = &value;
         call_->output = out;
         call_->produced = 0;
-        const vxlocfmt::status code = bytes_ ? row_->byte_function(call_, nullptr, nullptr) : row_->function(call_, nullptr);
+        const vxlocfmt::status code =
+            bytes_ ? row_->byte_function(call_, nullptr, nullptr) : row_->function(call_, nullptr);
         return {code, static_cast<std::size_t>(std::clamp(call_->produced, 0, call_->capacity))};
     }
 
 private:
     friend class Session;
-    FormatRun(vxlocfmt::FmtCall& call, const vxlocfmt::FuncInfo& row, bool bytes) : call_(&call), row_(&row), bytes_(bytes) {}
+    FormatRun(vxlocfmt::FmtCall& call, const vxlocfmt::FuncInfo& row, bool bytes)
+        : call_(&call), row_(&row), bytes_(bytes) {}
     vxlocfmt::FmtCall* call_;
     const vxlocfmt::FuncInfo* row_;
     bool bytes_;

@@ -115,7 +115,7 @@ py::tuple read_texts(const py::handle& texts, std::string spec, std::string loca
     const vxpy::TextColumn column = gather_texts(texts, missing_test);
     py::array_t<double> values(static_cast<py::ssize_t>(column.ends.size()));
     double* out = values.mutable_data();
-    std::vector<vxpy::ReadFailure> failures(std::max(threads, 1u));
+    std::vector<vxpy::ReadFailure> failures(vxpy::thread_count(threads));
     {
         py::gil_scoped_release released;
         vxpy::in_slices(column.ends.size(), threads, [&](std::size_t begin, std::size_t end, std::size_t slice) {
