@@ -6,9 +6,10 @@ Format: day numbers (1900 to 2100) with NLDATE20. in de_DE from a NumPy array, b
 format_date (format "long", the same text) and pandas' Series.dt.strftime with a locale-free
 pattern. Read: ANYDATE texts of three shapes beside pandas.to_datetime (which infers one format
 and falls back to dateutil for the others). Rates are per CPU second of this process and per
-second of wall time; with threads=2 only the wall rate says anything. The peers that take
-minutes on a million values run on a slice, and their rate is per value. The goals compare
-single-thread CPU rates.
+second of wall time; with threads=2 the CPU rate is the cost and the wall rate the gain (when
+a second core is free). Every timing is the best of its runs. The peers that take minutes on a
+million values run on a slice, and their rate is per value. The goals compare single-thread CPU
+rates; the wall-clock ratio with threads=2 is printed beside them.
 """
 import argparse
 import time
@@ -38,9 +39,10 @@ def timed(work, repeat=1):
 
 
 def row(name, count, seconds, same="-"):
+    """Prints the row; gives (values per CPU second, values per wall second)."""
     cpu, wall = seconds
     print(f"  {name:58s} {count / cpu:14,.0f} {count / wall:14,.0f} {cpu / count * 1e9:10.1f}  {same}")
-    return count / cpu
+    return count / cpu, count / wall
 
 
 HEADER = f"  {'who':58s} {'values/CPU s':>14s} {'values/s':>14s} {'CPU ns/value':>10s}"
@@ -60,19 +62,22 @@ def main():
 
     print(f"format: {count:,} day numbers, NLDATE20. de_DE ('22. Juli 2023')")
     print(HEADER + "  same text")
-    ours_time, ours = timed(lambda: vxlocfmt.format(days, "NLDATE20.", locale="de_DE"), repeat=3)
-    ours_rate = row("vxlocfmt.format(ndarray) -> ndarray of str", count, ours_time)
-    threads_time, _ = timed(lambda: vxlocfmt.format(days, "NLDATE20.", locale="de_DE", threads=2), repeat=3)
-    row("vxlocfmt.format(ndarray, threads=2)", count, threads_time)
+    ours_time, ours = timed(lambda: vxlocfmt.format(days, "NLDATE20.", locale="de_DE"), repeat=5)
+    ours_rate, _ = row("vxlocfmt.format(ndarray) -> ndarray of str", count, ours_time)
+    threads_time, threaded = timed(lambda: vxlocfmt.format(days, "NLDATE20.", locale="de_DE", threads=2), repeat=5)
+    threads_cpu_rate, threads_wall_rate = row("vxlocfmt.format(ndarray, threads=2)", count, threads_time,
+                                              "yes" if (threaded == ours).all() else "no")
     series = pd.Series(dates.astype("datetime64[ns]"))
     accessor_time, _ = timed(lambda: series.vx.format("NLDATE20.", locale="de_DE"))
     row("Series.vx.format (datetime64 Series -> Series of str)", count, accessor_time)
     babel_rate = None
     if format_date is not None:
         python_dates = [d.item() for d in dates[:slow_count]]
-        babel_time, babel = timed(lambda: [format_date(d, format="long", locale="de_DE") for d in python_dates])
+        babel_time, babel = timed(lambda: [format_date(d, format="long", locale="de_DE") for d in python_dates],
+                                  repeat=3)
         same = "yes" if babel == [str(t).strip() for t in ours[:slow_count]] else "no"
-        babel_rate = row(f"babel.dates.format_date(format='long') ({slow_count:,})", slow_count, babel_time, same)
+        babel_rate, babel_wall_rate = row(f"babel.dates.format_date(format='long') ({slow_count:,})", slow_count,
+                                          babel_time, same)
     else:
         print("  babel: skipped (python3-babel is not installed)")
     strftime_time, _ = timed(lambda: series.dt.strftime("%d.%m.%Y"))
@@ -101,7 +106,10 @@ def main():
           f"{'met' if ours_rate >= GOAL_RATE else 'MISSED'} ({ours_rate:,.0f})")
     if babel_rate:
         ratio = ours_rate / babel_rate
-        print(f"  goal: >= {GOAL_OVER_BABEL}x Babel: {'met' if ratio >= GOAL_OVER_BABEL else 'MISSED'} ({ratio:,.0f}x)")
+        print(f"  goal: >= {GOAL_OVER_BABEL}x Babel per CPU second, one thread: "
+              f"{'met' if ratio >= GOAL_OVER_BABEL else 'MISSED'} ({ratio:,.0f}x)")
+        print(f"  not a goal: threads=2 beside Babel, {threads_cpu_rate / babel_rate:,.0f}x per CPU second, "
+              f"{threads_wall_rate / babel_wall_rate:,.0f}x per wall second (two cores when both are free)")
 
 
 if __name__ == "__main__":

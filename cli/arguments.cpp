@@ -3,7 +3,7 @@
 #include <cctype>
 #include <charconv>
 
-#include "locale_names.h"
+#include "embed/locale_names.h"
 
 namespace vxcli {
 namespace {
@@ -71,7 +71,7 @@ Arguments parse_arguments(int argc, char** argv) {
         else if (arg == "--version") args.version = true;
         else throw UsageError("unknown option " + arg);
     }
-    args.locale = args.locale.empty() ? environment_locale() : resolve_locale(args.locale);
+    args.locale = args.locale.empty() ? vxhost::environment_locale() : vxhost::resolve_locale(args.locale);
     return args;
 }
 

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "text_convert.h"
-#include "values.h"
+#include "embed/value_text.h"
 
 namespace vxcli {
 
@@ -35,7 +35,7 @@ vxlocfmt::status read_classic(const ClassicInformat& informat, vxlocfmt::format_
     if (code != 0) {
         out += '.';
     } else if (informat.yields == Yields::number) {
-        append_value_text(out, value);
+        vxhost::append_value_text(out, value);
     } else if (informat.yields == Yields::bytes) {
         constexpr char digits[] = "0123456789abcdef";
         const auto* bytes = reinterpret_cast<const unsigned char*>(cells.data());

@@ -22,7 +22,7 @@
 #include "template_command.h"
 #include "text_convert.h"
 #include "transcoder.h"
-#include "values.h"
+#include "embed/value_text.h"
 
 namespace vxcli {
 namespace {
@@ -114,10 +114,10 @@ int format_command(const Arguments& args) {
     Call call = prepare(args, vxlocfmt::row_kind_format);
     Output out;
     for_each_input(args, out, [&](std::string_view text, std::size_t index) {
-        auto value = parse_value(text);
+        auto value = vxhost::parse_value(text);
         if (!value) {
             call.unreadable_input(out, args, text, index);
-            value = missing_value(2);
+            value = vxhost::missing_value(2);
         }
         const vxhost::FormatResult result = call.session->format(*call.row, call.width, call.decimals, *value);
         // Refused limits (--check) leave the field unwritten though the produced length is set.
@@ -169,7 +169,7 @@ int read_command(const Arguments& args) {
         const std::u32string wide = vxhost::from_utf8(text);
         const vxhost::ReadResult result = call.session->read(*call.row, call.width, call.decimals, wide);
         // A read that failed shows the missing value, whatever the informat left behind.
-        append_value_text(out.raw(), result.code == 0 || std::isnan(result.value) ? result.value : missing_value(2));
+        vxhost::append_value_text(out.raw(), result.code == 0 || std::isnan(result.value) ? result.value : vxhost::missing_value(2));
         call.finish(out, args, result.code);
     });
     out.flush();

@@ -12,7 +12,7 @@
 #include "embed/request.h"
 #include "embed/template_names.h"
 #include "text_convert.h"
-#include "values.h"
+#include "embed/value_text.h"
 
 namespace vxcli {
 namespace {
@@ -49,7 +49,7 @@ int reader_help(const Arguments& args, const std::string& name, const char* what
     if (!example) return 0;
     const vxhost::Reader::Result read = reader.read(example);
     std::printf("  example: vxlocfmt read %s '%s'\n", name.c_str(), example);
-    std::printf("           %s\n", read.ok ? value_text(read.value).c_str() : status_text(read.code).c_str());
+    std::printf("           %s\n", read.ok ? vxhost::value_text(read.value).c_str() : status_text(read.code).c_str());
     return 0;
 }
 
@@ -96,7 +96,7 @@ int help_command(const Arguments& args) {
     const std::string text = trimmed(vxhost::to_utf8(written.text));
     const std::string locale = " -l " + args.locale;
     if (!informat) {
-        std::printf("  example: vxlocfmt format %s %s%s\n", name.c_str(), value_text(value).c_str(), locale.c_str());
+        std::printf("  example: vxlocfmt format %s %s%s\n", name.c_str(), vxhost::value_text(value).c_str(), locale.c_str());
         std::printf("           %s\n", code == 0 ? text.c_str() : status_text(code).c_str());
         return 0;
     }
@@ -107,7 +107,7 @@ int help_command(const Arguments& args) {
     const auto read = session->read(row, static_cast<int>(row.default_width), static_cast<int>(row.default_decimals),
                                     vxhost::from_utf8(text));
     std::printf("  example: vxlocfmt read %s '%s'%s\n", bare.c_str(), text.c_str(), locale.c_str());
-    std::printf("           %s\n", read.code == 0 ? value_text(read.value).c_str() : status_text(read.code).c_str());
+    std::printf("           %s\n", read.code == 0 ? vxhost::value_text(read.value).c_str() : status_text(read.code).c_str());
     return 0;
 }
 

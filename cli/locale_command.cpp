@@ -9,7 +9,7 @@
 #include "library.h"
 #include "locale/property_table.h"
 #include "locale_data.h"
-#include "locale_names.h"
+#include "embed/locale_names.h"
 #include "output.h"
 #include "property_labels.h"
 #include "session.h"
@@ -81,7 +81,7 @@ void append_conventions(Output& out, std::size_t key, const vxlocfmt::NumberConv
 
 int locale_command(const Arguments& args) {
     if (args.operands.size() != 1) throw UsageError("locale takes one NAME");
-    const std::string name = resolve_locale(args.operands[0]);
+    const std::string name = vxhost::resolve_locale(args.operands[0]);
     if (!args.encoding.empty() && vxhost::Transcoder::canonical_name(args.encoding).empty())
         throw UsageError("unknown encoding " + args.encoding);
     const std::unique_ptr<vxhost::Library> loaded = load_library(args);

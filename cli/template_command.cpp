@@ -15,7 +15,7 @@
 #include "library.h"
 #include "output.h"
 #include "text_convert.h"
-#include "values.h"
+#include "embed/value_text.h"
 
 namespace vxcli {
 namespace {
@@ -91,7 +91,7 @@ std::optional<int> template_read_command(const Arguments& args) {
         call.output = &value;
         const vxlocfmt::status code = anydate ? driver(&call, nullptr) : informat(&call, wide_name.data(), name_length);
         // A failed read shows the missing value, whatever the reader left behind.
-        append_value_text(out.raw(), code == 0 ? value : missing_value(2));
+        vxhost::append_value_text(out.raw(), code == 0 ? value : vxhost::missing_value(2));
         if (args.explain) {
             double explained = 0;
             std::int32_t four = 0;

@@ -94,6 +94,18 @@ FormatResult Session::format(const vxlocfmt::FuncInfo& row, std::int32_t width, 
     return {code, {wide_.data(), n}, {}};
 }
 
+Session::FormatRun Session::format_run(const vxlocfmt::FuncInfo& row, std::int32_t width, std::int32_t decimals,
+                                       bool bytes) {
+    if (bytes && !(byte_output() && row.byte_function))
+        throw std::logic_error("a byte run needs a byte session and a row with a byte variant");
+    call_.width = width;
+    call_.decimals = decimals;
+    call_.input_length = 0;
+    call_.byte_mode = bytes ? 1 : 0;
+    call_.capacity = std::max(width, 0);
+    return FormatRun(call_, row, bytes);
+}
+
 ReadResult Session::read(const vxlocfmt::FuncInfo& row, std::int32_t width, std::int32_t decimals,
                          std::u32string_view text) {
     // An informat that returns without writing its result leaves the

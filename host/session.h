@@ -8,7 +8,9 @@
  */
 #pragma once
 
+#include <algorithm>
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -54,6 +56,14 @@ public:
     ReadResult read(const vxlocfmt::FuncInfo& row, std::int32_t width, std::int32_t decimals,
                     std::u32string_view text);
 
+    // Many values, each straight into a buffer of the caller's (a row of a NumPy column): the
+    // call record is set up once for the row and layout, then each value costs the library's
+    // call and nothing more (no copy out of the session's buffer). Wide characters, or with
+    // `bytes` the session encoding's bytes through the row's byte variant. No other call on
+    // this session while a run is in use.
+    class FormatRun;
+    FormatRun format_run(const vxlocfmt::FuncInfo& row, std::int32_t width, std::int32_t decimals, bool bytes);
+
     // The warm call record, for callers that drive the C ABI themselves.
     vxlocfmt::FmtCall& call() { return call_; }
     const std::string& locale_id() const;
@@ -73,6 +83,31 @@ private:
     vxlocfmt::FmtCall call_{};
     std::vector<vxlocfmt::wchar> wide_;
     std::vector<char> bytes_;
+};
+
+class Session::FormatRun {
+public:
+    struct Written {
+        vxlocfmt::status code;
+        std::size_t length;  // produced, within [0, the field's capacity]
+    };
+    // `out` holds at least the run's width units (char32_t, or bytes in a byte run).
+    Written operator()(double value, void* out) {
+        call_->input = &value;
+        call_->output = out;
+        call_->produced = 0;
+        const vxlocfmt::status code =
+            bytes_ ? row_->byte_function(call_, nullptr, nullptr) : row_->function(call_, nullptr);
+        return {code, static_cast<std::size_t>(std::clamp(call_->produced, 0, call_->capacity))};
+    }
+
+private:
+    friend class Session;
+    FormatRun(vxlocfmt::FmtCall& call, const vxlocfmt::FuncInfo& row, bool bytes)
+        : call_(&call), row_(&row), bytes_(bytes) {}
+    vxlocfmt::FmtCall* call_;
+    const vxlocfmt::FuncInfo* row_;
+    bool bytes_;
 };
 
 }  // namespace vxhost

@@ -10,6 +10,7 @@
  */
 #pragma once
 
+#include <cstddef>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -43,6 +44,15 @@ public:
     // The same without the conversion to UTF-8, for callers that keep UTF-32 (NumPy's text
     // arrays). Text sessions only: in a byte session the text is empty.
     WideResult format_wide(double value);
+
+    // Many values into fixed-width rows of `row_width` units (at least width()), each text
+    // written by the library straight into its row and the rest of the row zeros: NumPy's "<Uw"
+    // and "Sw" layouts. The texts are format_wide's (text sessions; a byte session throws
+    // std::logic_error) and format's (format_byte_rows; a text longer than its row, which only
+    // UTF-8 from a row without a byte variant can be, throws std::length_error). The library's
+    // call per value and nothing more: no copy, no call record set-up.
+    void format_rows(const double* values, std::size_t count, char32_t* rows, std::size_t row_width);
+    void format_byte_rows(const double* values, std::size_t count, char* rows, std::size_t row_width);
 
     ValueKind kind() const { return kind_; }
     const std::string& name() const { return name_; }

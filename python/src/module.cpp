@@ -11,12 +11,13 @@
 #include <string>
 #include <vector>
 
-#include "batch.h"
+#include "read_texts.h"
 #include "embed/catalog.h"
+#include "huge_pages.h"
 #include "library_path.h"
 #include "locale_data.h"
 #include "slices.h"
-#include "values.h"
+#include "embed/value_text.h"
 #include "warm_cache.h"
 
 namespace py = pybind11;
@@ -57,15 +58,16 @@ py::array format_values(py::array_t<double, py::array::c_style | py::array::forc
     py::array column = text_column(count, width, bytes);
     const double* in = values.data();
     void* out = column.mutable_data();
+    vxpy::advise_huge_pages(out, static_cast<std::size_t>(column.nbytes()));
     {
         py::gil_scoped_release released;
         vxpy::in_slices(count, threads, [&](std::size_t begin, std::size_t end, std::size_t slice) {
             // Each thread its own formatter: the calling thread's is `formatter`.
             vxhost::Formatter& mine = slice == 0 ? formatter : vxpy::warm_formatter(wanted);
             if (bytes)
-                vxpy::format_byte_rows(mine, in + begin, end - begin, static_cast<char*>(out) + begin * width, width);
+                mine.format_byte_rows(in + begin, end - begin, static_cast<char*>(out) + begin * width, width);
             else
-                vxpy::format_rows(mine, in + begin, end - begin, static_cast<char32_t*>(out) + begin * width, width);
+                mine.format_rows(in + begin, end - begin, static_cast<char32_t*>(out) + begin * width, width);
         });
     }
     return column;
@@ -113,7 +115,7 @@ py::tuple read_texts(const py::handle& texts, std::string spec, std::string loca
     const vxpy::TextColumn column = gather_texts(texts, missing_test);
     py::array_t<double> values(static_cast<py::ssize_t>(column.ends.size()));
     double* out = values.mutable_data();
-    std::vector<vxpy::ReadFailure> failures(std::max(threads, 1u));
+    std::vector<vxpy::ReadFailure> failures(vxpy::thread_count(threads));
     {
         py::gil_scoped_release released;
         vxpy::in_slices(column.ends.size(), threads, [&](std::size_t begin, std::size_t end, std::size_t slice) {
@@ -156,7 +158,7 @@ PYBIND11_MODULE(_native, m) {
     m.def("informats", [] { return vxhost::informat_names(vxpy::shared_library()); });
     m.def("locales", [] { return vxhost::locale_names(); });
     m.def("missing", [](const std::string& code) {
-        const std::optional<double> value = vxcli::parse_value(code);
+        const std::optional<double> value = vxhost::parse_value(code);
         if (!value || !std::isnan(*value))
             throw vxhost::RequestError("'" + code + "' is not a missing-value code (., ._, .A to .Z)");
         return *value;

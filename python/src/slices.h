@@ -19,11 +19,16 @@ namespace vxpy {
 // Fewer values than this per slice do not repay a thread's start.
 constexpr std::size_t min_slice = 65536;
 
-// Calls work(begin, end, slice) on slices 0, 1, ... (at most `threads`) covering [0, count) in
-// order; rethrows the first slice's exception.
+// The threads a call may use: as asked, 0 meaning one per core.
+inline unsigned thread_count(unsigned asked) {
+    return asked != 0 ? asked : std::max(std::thread::hardware_concurrency(), 1u);
+}
+
+// Calls work(begin, end, slice) on slices 0, 1, ... (at most thread_count(threads)) covering
+// [0, count) in order; rethrows the first slice's exception.
 template <typename Work>
 void in_slices(std::size_t count, unsigned threads, Work&& work) {
-    const std::size_t slices = std::clamp<std::size_t>(count / min_slice, 1, std::max(threads, 1u));
+    const std::size_t slices = std::clamp<std::size_t>(count / min_slice, 1, thread_count(threads));
     if (slices == 1) {
         work(std::size_t{0}, count, std::size_t{0});
         return;

@@ -4,7 +4,7 @@
 #include <unordered_map>
 
 #include "library_path.h"
-#include "locale_names.h"
+#include "embed/locale_names.h"
 
 namespace vxpy {
 namespace {
@@ -31,7 +31,7 @@ T& warm(const Request& request, char what) {
 }  // namespace
 
 std::string resolve_locale(const std::string& name) {
-    return name.empty() ? vxcli::environment_locale() : vxcli::resolve_locale(name);
+    return name.empty() ? vxhost::environment_locale() : vxhost::resolve_locale(name);
 }
 
 vxhost::Formatter& warm_formatter(const Request& request) { return warm<vxhost::Formatter>(request, 'f'); }

@@ -47,8 +47,9 @@ def format(values, spec, locale=None, encoding=None, threads=1):  # noqa: A001 -
 
     `spec` is NAME, NAMEw. or NAMEw.d as on the command line ("NLDATE20.", "NLNUM12.2").
     `locale` defaults to the environment's ($LC_ALL, $LANG), else en_US. With `encoding`, texts
-    come back as bytes in that encoding, as the host receives them. With `threads` above 1, a
-    long column (from 65,536 values a thread) is cut into slices formatted side by side."""
+    come back as bytes in that encoding, as the host receives them. With `threads` above 1 (0:
+    one per core), a long column (from 65,536 values a thread) is cut into slices formatted side
+    by side; the texts are the same."""
     locale, encoding = locale or "", encoding or ""
     _, kind, _, _ = _native.format_of(spec, locale, encoding)
     numbers_ = to_numbers([values] if _is_scalar(values) else values, kind)

@@ -6,10 +6,10 @@
 #include <cstdlib>
 #include <vector>
 
-#include "arguments.h"
+#include "embed/request.h"
 #include "locale_data.h"
 
-namespace vxcli {
+namespace vxhost {
 namespace {
 
 constexpr std::size_t suggestion_count = 4;
@@ -36,9 +36,9 @@ std::size_t edit_distance(const std::string& a, const std::string& b) {
 }
 
 std::string nearest_names(std::string_view name) {
-    const std::string wanted = folded(vxhost::environment_locale_spelling(name));
+    const std::string wanted = folded(environment_locale_spelling(name));
     std::vector<std::pair<std::size_t, std::string>> ranked;
-    for (const std::string& known : vxhost::locale_names())
+    for (const std::string& known : locale_names())
         ranked.emplace_back(edit_distance(wanted, folded(known)), known);
     const auto last = ranked.begin() + static_cast<long>(std::min(suggestion_count, ranked.size()));
     std::partial_sort(ranked.begin(), last, ranked.end());
@@ -50,9 +50,9 @@ std::string nearest_names(std::string_view name) {
 }  // namespace
 
 std::string resolve_locale(std::string_view name) {
-    std::string id = vxhost::canonical_locale(vxhost::environment_locale_spelling(name));
+    std::string id = canonical_locale(environment_locale_spelling(name));
     if (id.empty())
-        throw UsageError("unknown locale " + std::string(name) + " (nearest: " + nearest_names(name) +
+        throw RequestError("unknown locale " + std::string(name) + " (nearest: " + nearest_names(name) +
                          "; see vxlocfmt list locales)");
     return id;
 }
@@ -63,7 +63,7 @@ std::string environment_locale() {
         if (!value || !*value) continue;
         const std::string_view language = std::string_view(value).substr(0, std::string_view(value).find('.'));
         if (language == "C" || language == "POSIX") break;  // no locale chosen: the documented default
-        std::string id = vxhost::canonical_locale(vxhost::environment_locale_spelling(value));
+        std::string id = canonical_locale(environment_locale_spelling(value));
         if (!id.empty()) return id;
         std::fprintf(stderr, "vxlocfmt: $%s names a locale the host does not know (%s); using en_US\n", variable,
                      value);
@@ -72,4 +72,4 @@ std::string environment_locale() {
     return "en_US";
 }
 
-}  // namespace vxcli
+}  // namespace vxhost

@@ -1,11 +1,11 @@
-#include "values.h"
+#include "value_text.h"
 
 #include <bit>
 #include <charconv>
 #include <cmath>
 #include <cstdint>
 
-namespace vxcli {
+namespace vxhost {
 namespace {
 
 constexpr std::uint64_t missing_bits = 0xFFFFFE0000000000ull;
@@ -59,4 +59,4 @@ std::string value_text(double value) {
     return out;
 }
 
-}  // namespace vxcli
+}  // namespace vxhost

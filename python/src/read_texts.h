@@ -1,9 +1,8 @@
 /*
- * The loops the module runs with the interpreter's lock released: many values through one warm
- * formatter into fixed-width rows (NumPy's "<Uw" or "Sw" layout), many texts through one warm
- * reader into doubles. Nothing here touches Python objects.
+ * The read loop the module runs with the interpreter's lock released: many texts through one
+ * warm reader into doubles. (Formats write their columns with vxhost::Formatter::format_rows.)
+ * Nothing here touches Python objects.
  *
- *   vxpy::format_rows(f, values, n, rows, f.width());   // rows: n * width code points
  *   vxpy::ReadFailure failure = vxpy::read_texts(r, texts, 0, texts.ends.size(), values, true);
  */
 #pragma once
@@ -13,18 +12,9 @@
 #include <string>
 #include <vector>
 
-#include "embed/formatter.h"
 #include "embed/reader.h"
 
 namespace vxpy {
-
-// Each value's text as UTF-32 code points in a row of `row_width`, padded with zeros. Throws
-// std::logic_error should a format write more than its field holds (never silently cut).
-void format_rows(vxhost::Formatter& formatter, const double* values, std::size_t count, char32_t* rows,
-                 std::size_t row_width);
-// The same in the session's encoding: each row `row_width` bytes.
-void format_byte_rows(vxhost::Formatter& formatter, const double* values, std::size_t count, char* rows,
-                      std::size_t row_width);
 
 // Texts gathered from Python: UTF-8 back to back; a missing text (None, NaN) has no bytes and
 // is marked in `missing`.
