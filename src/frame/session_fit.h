@@ -55,22 +55,18 @@ inline bool fits_session_encoding(const FmtCall& call, std::u32string_view text,
             // A conversion into min(limit, room) bytes answers the test when it succeeds, or
             // when it is cut short at the limit itself; any other answer is measured below.
             const std::int32_t room = std::min(limit, wrapped->room);
-            bool narrowable = bound != 0;
-            if (narrowable && length <= room && wrapped->field) {
+            if (bound && length <= room && wrapped->field) {
                 const std::int32_t cells = std::min(std::max(readable, length), room);
                 if (session_bytes::narrow_cells(text.data(), cells, wrapped->field, bound)) {
                     wrapped->keep(text.data(), length, length);
                     wrapped->narrowed_cells = cells;
                     return true;
                 }
-                narrowable = false;  // a character at or above the bound: the transcoder's text
+                // A character at or above the bound: converted below.
             }
             std::int32_t produced = 0;
-            status answer = st::ok;
-            if (!narrowable ||
-                !session_bytes::narrow(bound, text.data(), length, wrapped->field, room, &produced, &answer))
-                answer = kernel::convert(transcoder, text.data(), length * static_cast<std::int32_t>(sizeof(wchar)),
-                                         wrapped->field, room, &produced);
+            const status answer =
+                session_bytes::convert(transcoder, text.data(), length, wrapped->field, room, &produced);
             if (answer == st::ok) {
                 wrapped->keep(text.data(), length, produced);
                 return true;
@@ -79,8 +75,10 @@ inline bool fits_session_encoding(const FmtCall& call, std::u32string_view text,
         }
     }
     if (bound && session_bytes::all_below(text.data(), length, bound)) return length <= limit;
+    std::int32_t needed = 0;
+    status answer = st::ok;
+    if (session_bytes::measure_here(transcoder, text.data(), length, limit, &needed, &answer)) return answer == st::ok;
     if (const kernel::measure_fn measure = kernel::measure_slot(transcoder)) {
-        std::int32_t needed = 0;
         return measure(transcoder, text.data(), length * static_cast<std::int32_t>(sizeof(wchar)), limit, &needed,
                        0) == st::ok;
     }
@@ -130,7 +128,8 @@ inline std::int32_t session_byte_length(const FmtCall& call, const wchar* text, 
     if (bound && session_bytes::all_below(text, count, bound)) return count <= capacity ? count : -1;
     std::int32_t needed = 0;
     status answer = st::ok;
-    if (const kernel::measure_fn measure = kernel::measure_slot(transcoder)) {
+    if (session_bytes::measure_here(transcoder, text, count, capacity, &needed, &answer)) {
+    } else if (const kernel::measure_fn measure = kernel::measure_slot(transcoder)) {
         answer = measure(transcoder, text, count * static_cast<std::int32_t>(sizeof(wchar)), capacity, &needed, 0);
     } else {
         unsigned char bytes[session_fit_bytes];
