@@ -35,10 +35,17 @@ status convert_to(const FmtCall& call, const wchar* text, std::int32_t count, un
 }
 
 // The fields of the caller's record that the wrapper or a format may change while the format
-// runs on it: saved one at a time at their own widths (the host has just stored some of them, and
-// a wider load across a fresh narrower store waits for the store) and put back after, so the
-// caller finds its record as it gave it, as if the format had run on a copy. The formats write
-// no other field of their record (they copy it to change more).
+// runs on it: saved and put back after, so the caller finds its record as it gave it, as if the
+// format had run on a copy. The formats write no other field of their record (they copy it to
+// change more).
+//
+// Each is loaded alone, at its own width: the host has just stored some of them, and a load that
+// spans a fresh narrower store (the compiler merges neighbouring fields into one load) waits until
+// the store is done; a volatile read is one load of that field.
+template <class T>
+T load_alone(const T& field) {
+    return *static_cast<const volatile T*>(&field);
+}
 struct SavedFields {
     std::int32_t width, decimals;
     const void* input;
@@ -50,8 +57,9 @@ struct SavedFields {
     std::int32_t text_limit;
 
     explicit SavedFields(const FmtCall& call)
-        : width(call.width), decimals(call.decimals), input(call.input), input_length(call.input_length),
-          output(call.output), capacity(call.capacity), produced(call.produced), flags(call.flags),
+        : width(load_alone(call.width)), decimals(load_alone(call.decimals)), input(load_alone(call.input)),
+          input_length(load_alone(call.input_length)), output(load_alone(call.output)),
+          capacity(load_alone(call.capacity)), produced(load_alone(call.produced)), flags(call.flags),
           text_limit(call.text_limit) {
         std::memcpy(unused_a, call.unused_a, sizeof unused_a);
     }

@@ -1,6 +1,7 @@
 #include "nlnum/number_renderer.h"
 
 #include <algorithm>
+#include <iterator>
 #include <string_view>
 
 #include "calendar/missing_value.h"
@@ -58,6 +59,22 @@ bool ask_kernel(void* locale, double value, std::int32_t width, std::int32_t dec
 // Wide text into the session encoding; its length in bytes, or -1 when the converter refuses.
 std::int32_t converted_length(const FmtCall& call, const wchar* text, std::size_t count) {
     return session_byte_length(call, text, static_cast<std::int32_t>(count), converter_bytes);
+}
+
+// In byte mode, the identity bound of the session when every cell the conventions may add to a
+// number (point, separator, signs, symbol) is below it and a blank is too, else 0: a styled text
+// made of them and the kernel's digits then takes one byte a character, so the byte-mode field
+// (right-aligned by the text's size in bytes) is the wide one. A text that still has a cell at or
+// above the bound (the kernel's own) is caught after it is written.
+wchar narrow_conventions_bound(const FmtCall& call, const NumberConventions& c) {
+    if (!call.session_transcoder) return 0;
+    const wchar bound = session_bytes::identity_mask_bound(call.session_transcoder);
+    if (bound <= U' ') return 0;
+    wchar seen = c.decimal_point[0] | c.decimal_point[1] | c.thousands_sep[0] | c.thousands_sep[1] |
+                 c.positive_sign[0] | c.positive_sign[1] | c.negative_sign[0] | c.negative_sign[1];
+    for (const wchar* symbol = c.currency_symbol; symbol < std::end(c.currency_symbol) && *symbol; ++symbol)
+        seen |= *symbol;
+    return seen < bound ? bound : 0;
 }
 
 // Every attempt of zkfnum, from the first, with the retry order: what the first attempt of
@@ -163,9 +180,19 @@ std::int32_t render(std::uint32_t supported, FmtCall& call, const NumberConventi
     // (what status 0 means) and fits styled, writes it straight into the field. The caller's
     // decimals are not touched on this way.
     void* const locale = instance.fixed_locale ? instance.fixed_locale : call.number_format;
-    if (everyday && call.byte_mode == 0 && call.capacity >= w && c.decimal_point[0] != 0 && locale && call.output &&
-        first_attempt(locale, value, w, std::clamp(call.decimals, 0, w), call.capacity, c, static_cast<wchar*>(call.output)))
-        return zkfnum_done;
+    // In byte mode it is taken when the session writes the text a byte a character (the field is
+    // then the one the retry loop writes); a text it finds otherwise goes to the loop, which
+    // writes every cell again.
+    if (everyday && call.capacity >= w && c.decimal_point[0] != 0 && locale && call.output) {
+        // One call site: a second inlined copy of the attempt compiled its block moves to string
+        // moves, whose start-up cost more than the rest of the attempt.
+        auto* const field = static_cast<wchar*>(call.output);
+        const bool wide = call.byte_mode == 0;
+        const wchar bound = wide ? 0 : narrow_conventions_bound(call, c);
+        if ((wide || bound) && first_attempt(locale, value, w, std::clamp(call.decimals, 0, w), call.capacity, c, field) &&
+            (wide || session_bytes::all_below(field, w, bound)))
+            return zkfnum_done;
+    }
     return render_retrying(call, c, instance, value, w);
 }
 
