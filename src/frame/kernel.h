@@ -41,7 +41,7 @@ inline constexpr std::size_t journal_status_slot = 7;
 inline constexpr std::size_t object_release_slot = 2;
 inline constexpr std::size_t object_convert_slot = 4;
 // Session transcoder (wide text to the session encoding): what it offers beyond converting.
-// Both may be null (0): the library then converts into a scratch buffer to measure, and converts
+// All may be null (0): the library then converts into a scratch buffer to measure, and converts
 // every text through the convert slot.
 inline constexpr std::size_t transcoder_measure_slot = 5;   // sixth: convert's answer, no bytes
 inline constexpr std::size_t transcoder_word_identity = 6;  // seventh word: the identity bound
