@@ -90,11 +90,13 @@ inline bool fits_session_encoding(const FmtCall& call, std::u32string_view text,
 // False (and nothing to narrow into) otherwise.
 inline bool narrowing_target(const FmtCall& call, std::int32_t byte_width, NarrowedBytes* target) {
     target->cells = 0;
+    target->encoded_cells = 0;
     const WrappedCall* wrapped = WrappedCall::of(call);
     if (!wrapped || !wrapped->field || !call.session_transcoder) return false;
     target->bound = session_bytes::identity_mask_bound(call.session_transcoder);
     target->bytes = wrapped->field;
     target->room = std::min(std::clamp(byte_width, 0, session_fit_bytes), wrapped->room);
+    target->utf8 = target->bound != 0 && kernel::encoding_form(call.session_transcoder) == kernel::transcoder_form_utf8;
     return target->bound != 0;
 }
 
@@ -105,11 +107,17 @@ inline bool narrowing_target(const FmtCall& call, std::int32_t byte_width, Narro
 inline bool fits_narrowed(const FmtCall& call, std::u32string_view text, std::int32_t readable,
                           const NarrowedBytes& target) {
     const auto length = static_cast<std::int32_t>(text.size());
-    // The plain test's own narrowing covers min(max(readable, length), room) cells.
-    if (target.cells == 0 || length > target.cells || target.cells != std::min(std::max(readable, length), target.room))
-        return false;
     WrappedCall* wrapped = WrappedCall::of(call);
     if (!wrapped || wrapped->field != target.bytes) return false;
+    if (target.cells == 0) {
+        // A UTF-8 text the writer encoded whole within the room: the conversion the plain test
+        // would make, which succeeded.
+        if (target.encoded_cells == 0 || target.encoded_cells != length) return false;
+        wrapped->keep(text.data(), length, target.encoded_bytes);
+        return true;
+    }
+    // The plain test's own narrowing covers min(max(readable, length), room) cells.
+    if (length > target.cells || target.cells != std::min(std::max(readable, length), target.room)) return false;
     wrapped->keep(text.data(), length, length);
     wrapped->narrowed_cells = target.cells;
     return true;
