@@ -91,24 +91,8 @@ bool realign_for_utf8(wchar* field, std::int32_t w, std::int32_t length, std::in
         whole &= c <= 0x10FFFF && c - 0xD800u >= 0x800u;
     }
     if (!whole || extra > w - length) return false;
-    // The text moves left by `extra` cells (the blanks before it need not move), four cells a
-    // step: each step's stores trail its loads, so no cell is overwritten before it is read; the
-    // last four cells are read first and stored last, so the steps need no rest (a call to
-    // memmove here cost more than the rest of the realignment).
-    const std::int32_t from = w - length;
-    if (length >= 4) {
-        wchar last[4];
-        std::memcpy(last, field + w - 4, sizeof last);
-        for (std::int32_t i = from; i + 4 <= w; i += 4) {
-            wchar block[4];
-            std::memcpy(block, field + i, sizeof block);
-            std::memcpy(field + i - extra, block, sizeof block);
-        }
-        std::memcpy(field + w - 4 - extra, last, sizeof last);
-    } else {
-        for (std::int32_t i = from; i < w; ++i) field[i - extra] = field[i];
-    }
-    for (std::int32_t i = w - extra; i < w; ++i) field[i] = U' ';
+    std::memmove(field, field + extra, static_cast<std::size_t>(w - extra) * sizeof(wchar));
+    std::fill(field + (w - extra), field + w, U' ');
     *produced = w - extra;
     return true;
 }
