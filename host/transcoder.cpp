@@ -122,6 +122,9 @@ Transcoder::Transcoder(Kind kind, std::string encoding, UConverter* converter, c
     if (kind == Kind::wide_to_utf8) {
         words[object_convert_slot] = fn_word(&slot_convert_utf8);
         words[transcoder_measure_slot] = fn_word(&slot_measure_utf8);
+        // Its convert and measure are UTF-8 as the library would write it: the library may
+        // encode in their place.
+        words[transcoder_word_form] = reinterpret_cast<void*>(transcoder_form_utf8);
     }
     ++live_transcoders;
 }

@@ -34,6 +34,7 @@ inline constexpr status bad_base64 = 0x803fc003u;
 inline constexpr status no_journal = 0x803fc009u;
 inline constexpr status too_small_for_digits = 0x803fc0c9u;
 inline constexpr status does_not_fit = 0x803fe807u;
+inline constexpr status unmappable = 0x803fe808u;  // the session encoding cannot hold a character
 inline constexpr status number_shortened = 0x803fe816u;
 // The kernel number formatter left out the thousands separators to fit (COMMA answers 0).
 inline constexpr status number_grouping_dropped = 0x803fe85bu;

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
-#include <utility>
 
 #include "frame/kernel.h"
 #include "frame/session_bytes.h"
@@ -35,29 +34,49 @@ status convert_to(const FmtCall& call, const wchar* text, std::int32_t count, un
     return session_bytes::convert(call.session_transcoder, text, count, dest, bytes, produced);
 }
 
-// The call record into the wrapper's copy. The host has just stored the value pointer and the
-// produced length: its first fields are copied as the fields they are, since a wider load across
-// a fresh narrower store stalls until the store is done. The output, capacity and produced length
-// are the wrapper's own and are not copied; the rest goes in 16-byte pieces (a plain copy of the
-// record compiles to a string move whose start-up costs more than the copy itself).
-template <std::size_t... piece>
-void copy_pieces(unsigned char* to, const unsigned char* from, std::index_sequence<piece...>) {
-    (std::memcpy(to + piece * 16, from + piece * 16, 16), ...);
+// The fields of the caller's record that the wrapper or a format may change while the format
+// runs on it: saved and put back after, so the caller finds its record as it gave it, as if the
+// format had run on a copy. The formats write no other field of their record (they copy it to
+// change more).
+//
+// Each is loaded alone, at its own width: the host has just stored some of them, and a load that
+// spans a fresh narrower store (the compiler merges neighbouring fields into one load) waits until
+// the store is done; a volatile read is one load of that field.
+template <class T>
+T load_alone(const T& field) {
+    return *static_cast<const volatile T*>(&field);
 }
-void copy_record(FmtCall& to, const FmtCall& from) {
-    to.width = from.width;
-    to.decimals = from.decimals;
-    to.input = from.input;
-    to.input_length = from.input_length;
-    constexpr std::size_t rest = offsetof(FmtCall, unused_a);
-    static_assert(rest == offsetof(FmtCall, produced) + sizeof(FmtCall::produced), "the skipped fields end here");
-    constexpr std::size_t pieces = (sizeof(FmtCall) - rest) / 16;
-    constexpr std::size_t tail = (sizeof(FmtCall) - rest) % 16;
-    auto* t = reinterpret_cast<unsigned char*>(&to) + rest;
-    const auto* f = reinterpret_cast<const unsigned char*>(&from) + rest;
-    copy_pieces(t, f, std::make_index_sequence<pieces>());
-    if constexpr (tail > 0) std::memcpy(t + pieces * 16, f + pieces * 16, tail);
-}
+struct SavedFields {
+    std::int32_t width, decimals;
+    const void* input;
+    std::int32_t input_length;
+    void* output;
+    std::int32_t capacity, produced;
+    std::uint64_t unused_a[2];
+    std::uint8_t flags;
+    std::int32_t text_limit;
+
+    explicit SavedFields(const FmtCall& call)
+        : width(load_alone(call.width)), decimals(load_alone(call.decimals)), input(load_alone(call.input)),
+          input_length(load_alone(call.input_length)), output(load_alone(call.output)),
+          capacity(load_alone(call.capacity)), produced(load_alone(call.produced)), flags(call.flags),
+          text_limit(call.text_limit) {
+        std::memcpy(unused_a, call.unused_a, sizeof unused_a);
+    }
+    void restore(FmtCall& call) const {
+        call.width = width;
+        call.decimals = decimals;
+        call.input = input;
+        call.input_length = input_length;
+        call.output = output;
+        call.capacity = capacity;
+        call.produced = produced;
+        std::memcpy(call.unused_a, unused_a, sizeof unused_a);
+        call.flags = flags;
+        call.text_limit = text_limit;
+    }
+};
+static_assert(sizeof(FmtCall::unused_a) == sizeof(SavedFields::unused_a));
 
 // The wide text's conversion when the format's fit test has left the bytes of its beginning in
 // the field: the rest, below the identity bound, is narrowed after them (a text below the bound
@@ -126,25 +145,23 @@ VX_EXPORT status vxfmtnlbyte(FmtCall* call, FmtCall* out, void* extra, int align
         cells = wanted;
     }
 
-    WrappedCall wrapped;
-    FmtCall& wide = wrapped.record;
-    copy_record(wide, *call);
-    wide.output = scratch;
-    wide.capacity = cells;
-    wide.produced = 0;  // byte mode stays as the caller set it: formats then pick what fits in bytes
+    // The wide format runs on the caller's record, its output pointed at the scratch cells; what
+    // it changes there is put back after (SavedFields), all but a property table it built, which
+    // the call keeps. Byte mode stays as the caller set it: formats then pick what fits in bytes.
     auto* dest = static_cast<unsigned char*>(out->output);
+    const SavedFields saved(*call);
+    WrappedCall wrapped;
     if (dest || field == 0) {
         wrapped.field = dest;
         wrapped.room = field;
-        wrapped.mark();
+        wrapped.mark(*call);
     }
-    format(&wide, extra);
-    const std::int32_t produced = std::clamp(wide.produced, 0, cells);
-
-    // The wide format may have built the call's property table on its copy: keep it. Stored
-    // only when it changed: the next call's copy loads this word as part of a 16-byte piece, and
-    // a load across a fresh narrower store waits until the store is done.
-    if (call->property_cache != wide.property_cache) call->property_cache = wide.property_cache;
+    call->output = scratch;
+    call->capacity = cells;
+    call->produced = 0;
+    format(call, extra);
+    const std::int32_t produced = std::clamp(call->produced, 0, cells);
+    saved.restore(*call);
 
     status result = st::ok;
     if (!call->session_transcoder ||

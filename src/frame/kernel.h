@@ -41,10 +41,15 @@ inline constexpr std::size_t journal_status_slot = 7;
 inline constexpr std::size_t object_release_slot = 2;
 inline constexpr std::size_t object_convert_slot = 4;
 // Session transcoder (wide text to the session encoding): what it offers beyond converting.
-// Both may be null (0): the library then converts into a scratch buffer to measure, and converts
+// All may be null (0): the library then converts into a scratch buffer to measure, and converts
 // every text through the convert slot.
 inline constexpr std::size_t transcoder_measure_slot = 5;   // sixth: convert's answer, no bytes
 inline constexpr std::size_t transcoder_word_identity = 6;  // seventh word: the identity bound
+inline constexpr std::size_t transcoder_word_form = 7;      // eighth word: the encoding form it promises
+// Encoding forms a session transcoder may promise (word 7): what convert and measure write and
+// answer for every character, so the library may do it in their place.
+inline constexpr std::uintptr_t transcoder_form_none = 0;
+inline constexpr std::uintptr_t transcoder_form_utf8 = 1;
 // Locale object (the call's number-format service).
 inline constexpr std::size_t locale_number_format_slot = 39;
 inline constexpr std::size_t locale_text_to_integer_slot = 51;
@@ -142,6 +147,12 @@ inline measure_fn measure_slot(void* transcoder) { return slot<measure_fn>(trans
 // being the code point itself; 0 when the transcoder promises nothing.
 inline std::uintptr_t identity_bound(void* transcoder) {
     return reinterpret_cast<std::uintptr_t>(word(transcoder, transcoder_word_identity));
+}
+// The encoding form the transcoder promises (transcoder_form_utf8), or transcoder_form_none. Read
+// only from a transcoder that publishes an identity bound: an older host's table may end before it.
+inline std::uintptr_t encoding_form(void* transcoder) {
+    return identity_bound(transcoder) ? reinterpret_cast<std::uintptr_t>(word(transcoder, transcoder_word_form))
+                                      : transcoder_form_none;
 }
 inline status locale_data(void* locale, const unsigned char** block) {
     return slot<locale_data_fn>(locale, locale_data_block_slot)(locale, 0, block);

@@ -1,7 +1,8 @@
 /*
- * Wide text into the session encoding, through the session transcoder's operations only. A text
+ * Wide text into the session encoding, with the answer the session transcoder would give. A text
  * made only of characters below the transcoder's identity bound is narrowed here, one byte a
- * character, with the answer the transcoder would give; anything else is the transcoder's.
+ * character; in a session whose transcoder promises UTF-8 (its encoding form) the rest is encoded
+ * here too; anything else is the transcoder's.
  *
  *   std::int32_t produced = 0;
  *   status s = session_bytes::convert(call.session_transcoder, text, count, bytes, width, &produced);
@@ -120,19 +121,92 @@ inline bool narrow(wchar bound, const wchar* text, std::int32_t count, unsigned 
     return true;
 }
 
+// What a transcoder that promises UTF-8 writes and answers: each character's UTF-8 bytes, in
+// order, into at most `room` bytes; a character that does not fit stops the text after the last
+// whole one (0x803fe807), a code point that is no Unicode scalar value (a surrogate, above
+// U+10FFFF) stops it where it stands (0x803fe808). Without `Write`, the measure: the same answer
+// and length, nothing written.
+template <bool Write>
+inline status utf8(const wchar* text, std::int32_t count, unsigned char* dest, std::int32_t room,
+                   std::int32_t* produced) {
+    std::int32_t used = 0;
+    status answer = st::ok;
+    for (std::int32_t i = 0; i < count; ++i) {
+        const wchar c = text[i];
+        if (c < 0x80) {
+            if (used >= room) {
+                answer = st::does_not_fit;
+                break;
+            }
+            if constexpr (Write) dest[used] = static_cast<unsigned char>(c);
+            ++used;
+            continue;
+        }
+        if (c > 0x10FFFF || c - 0xD800u < 0x800u) {
+            answer = st::unmappable;
+            break;
+        }
+        const std::int32_t size = 2 + (c >= 0x800) + (c >= 0x10000);
+        if (size > room - used) {
+            answer = st::does_not_fit;
+            break;
+        }
+        if constexpr (Write) {
+            unsigned char* d = dest + used;
+            const auto tail = [](wchar bits) { return static_cast<unsigned char>(0x80 | (bits & 0x3F)); };
+            if (size == 2) {
+                d[0] = static_cast<unsigned char>(0xC0 | c >> 6);
+                d[1] = tail(c);
+            } else if (size == 3) {
+                d[0] = static_cast<unsigned char>(0xE0 | c >> 12);
+                d[1] = tail(c >> 6);
+                d[2] = tail(c);
+            } else {
+                d[0] = static_cast<unsigned char>(0xF0 | c >> 18);
+                d[1] = tail(c >> 12);
+                d[2] = tail(c >> 6);
+                d[3] = tail(c);
+            }
+        }
+        used += size;
+    }
+    *produced = used;
+    return answer;
+}
+
+// True when the library may answer for the transcoder's UTF-8 conversion of these arguments (the
+// transcoder answers malformed ones itself).
+inline bool utf8_here(void* transcoder, std::int32_t count, const unsigned char* dest, std::int32_t room) {
+    return kernel::encoding_form(transcoder) == kernel::transcoder_form_utf8 && count >= 0 && room >= 0 &&
+           (dest || room == 0);
+}
+
 // As the transcoder's convert: `count` wide characters into at most `room` bytes. The characters
-// before the first at or above the identity bound are narrowed here and only the rest goes to the
-// transcoder, written after them: below the bound an encoding keeps no state between characters,
-// so a text converts to the bytes of its parts one after the other (the bound's promise).
+// before the first at or above the identity bound are narrowed here and only the rest goes on,
+// written after them: below the bound an encoding keeps no state between characters, so a text
+// converts to the bytes of its parts one after the other (the bound's promise). The rest is
+// encoded here in a UTF-8 session, else by the transcoder.
 inline status convert(void* transcoder, const wchar* text, std::int32_t count, unsigned char* dest,
                       std::int32_t room, std::int32_t* produced) {
     status answer = st::ok;
     std::int32_t done = 0;
     if (narrow(identity_mask_bound(transcoder), text, count, dest, room, produced, &answer, &done)) return answer;
-    const status rest = kernel::convert(transcoder, text + done, (count - done) * static_cast<std::int32_t>(sizeof(wchar)),
-                                        dest + done, room - done, produced);
+    const status rest =
+        utf8_here(transcoder, count, dest, room)
+            ? utf8<true>(text + done, count - done, dest + done, room - done, produced)
+            : kernel::convert(transcoder, text + done, (count - done) * static_cast<std::int32_t>(sizeof(wchar)),
+                              dest + done, room - done, produced);
     *produced += done;
     return rest;
+}
+
+// As the transcoder's measure (its answer for a conversion into `limit` bytes, `*needed` the bytes
+// it would write), done here in a UTF-8 session. False when the transcoder must be asked.
+inline bool measure_here(void* transcoder, const wchar* text, std::int32_t count, std::int32_t limit,
+                         std::int32_t* needed, status* answer) {
+    if (kernel::encoding_form(transcoder) != kernel::transcoder_form_utf8 || count < 0 || limit < 0) return false;
+    *answer = utf8<false>(text, count, nullptr, limit, needed);
+    return true;
 }
 
 }  // namespace vxlocfmt::session_bytes

@@ -55,22 +55,18 @@ inline bool fits_session_encoding(const FmtCall& call, std::u32string_view text,
             // A conversion into min(limit, room) bytes answers the test when it succeeds, or
             // when it is cut short at the limit itself; any other answer is measured below.
             const std::int32_t room = std::min(limit, wrapped->room);
-            bool narrowable = bound != 0;
-            if (narrowable && length <= room && wrapped->field) {
+            if (bound && length <= room && wrapped->field) {
                 const std::int32_t cells = std::min(std::max(readable, length), room);
                 if (session_bytes::narrow_cells(text.data(), cells, wrapped->field, bound)) {
                     wrapped->keep(text.data(), length, length);
                     wrapped->narrowed_cells = cells;
                     return true;
                 }
-                narrowable = false;  // a character at or above the bound: the transcoder's text
+                // A character at or above the bound: converted below.
             }
             std::int32_t produced = 0;
-            status answer = st::ok;
-            if (!narrowable ||
-                !session_bytes::narrow(bound, text.data(), length, wrapped->field, room, &produced, &answer))
-                answer = kernel::convert(transcoder, text.data(), length * static_cast<std::int32_t>(sizeof(wchar)),
-                                         wrapped->field, room, &produced);
+            const status answer =
+                session_bytes::convert(transcoder, text.data(), length, wrapped->field, room, &produced);
             if (answer == st::ok) {
                 wrapped->keep(text.data(), length, produced);
                 return true;
@@ -79,8 +75,10 @@ inline bool fits_session_encoding(const FmtCall& call, std::u32string_view text,
         }
     }
     if (bound && session_bytes::all_below(text.data(), length, bound)) return length <= limit;
+    std::int32_t needed = 0;
+    status answer = st::ok;
+    if (session_bytes::measure_here(transcoder, text.data(), length, limit, &needed, &answer)) return answer == st::ok;
     if (const kernel::measure_fn measure = kernel::measure_slot(transcoder)) {
-        std::int32_t needed = 0;
         return measure(transcoder, text.data(), length * static_cast<std::int32_t>(sizeof(wchar)), limit, &needed,
                        0) == st::ok;
     }
@@ -92,11 +90,13 @@ inline bool fits_session_encoding(const FmtCall& call, std::u32string_view text,
 // False (and nothing to narrow into) otherwise.
 inline bool narrowing_target(const FmtCall& call, std::int32_t byte_width, NarrowedBytes* target) {
     target->cells = 0;
+    target->encoded_cells = 0;
     const WrappedCall* wrapped = WrappedCall::of(call);
     if (!wrapped || !wrapped->field || !call.session_transcoder) return false;
     target->bound = session_bytes::identity_mask_bound(call.session_transcoder);
     target->bytes = wrapped->field;
     target->room = std::min(std::clamp(byte_width, 0, session_fit_bytes), wrapped->room);
+    target->utf8 = target->bound != 0 && kernel::encoding_form(call.session_transcoder) == kernel::transcoder_form_utf8;
     return target->bound != 0;
 }
 
@@ -107,11 +107,17 @@ inline bool narrowing_target(const FmtCall& call, std::int32_t byte_width, Narro
 inline bool fits_narrowed(const FmtCall& call, std::u32string_view text, std::int32_t readable,
                           const NarrowedBytes& target) {
     const auto length = static_cast<std::int32_t>(text.size());
-    // The plain test's own narrowing covers min(max(readable, length), room) cells.
-    if (target.cells == 0 || length > target.cells || target.cells != std::min(std::max(readable, length), target.room))
-        return false;
     WrappedCall* wrapped = WrappedCall::of(call);
     if (!wrapped || wrapped->field != target.bytes) return false;
+    if (target.cells == 0) {
+        // A UTF-8 text the writer encoded whole within the room: the conversion the plain test
+        // would make, which succeeded.
+        if (target.encoded_cells == 0 || target.encoded_cells != length) return false;
+        wrapped->keep(text.data(), length, target.encoded_bytes);
+        return true;
+    }
+    // The plain test's own narrowing covers min(max(readable, length), room) cells.
+    if (length > target.cells || target.cells != std::min(std::max(readable, length), target.room)) return false;
     wrapped->keep(text.data(), length, length);
     wrapped->narrowed_cells = target.cells;
     return true;
@@ -130,7 +136,8 @@ inline std::int32_t session_byte_length(const FmtCall& call, const wchar* text, 
     if (bound && session_bytes::all_below(text, count, bound)) return count <= capacity ? count : -1;
     std::int32_t needed = 0;
     status answer = st::ok;
-    if (const kernel::measure_fn measure = kernel::measure_slot(transcoder)) {
+    if (session_bytes::measure_here(transcoder, text, count, capacity, &needed, &answer)) {
+    } else if (const kernel::measure_fn measure = kernel::measure_slot(transcoder)) {
         answer = measure(transcoder, text, count * static_cast<std::int32_t>(sizeof(wchar)), capacity, &needed, 0);
     } else {
         unsigned char bytes[session_fit_bytes];

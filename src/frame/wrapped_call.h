@@ -1,28 +1,30 @@
 /*
- * The byte wrapper's own record: the copy of the call record that the wide format runs on, and
- * the caller's byte field behind it. A byte-mode fit test that converts its text anyway converts
- * it straight into that field and says so (`keep`); when the text it kept is the one the format
- * answers, the wrapper has nothing left to convert.
+ * The byte wrapper's side of a call: the caller's byte field, and what a byte-mode fit test left
+ * in it. A fit test that converts its text anyway converts it straight into that field and says so
+ * (`keep`); when the text it kept is the one the format answers, the wrapper has nothing left to
+ * convert.
  *
  *   if (WrappedCall* wrapped = WrappedCall::of(call)) ... wrapped->field, wrapped->room ...
  *
- * The copy is recognised by its own address, which the wrapper writes into the first of the
- * host's unused words of the copy: a record the host built does not hold its own address there,
- * and the caller's record is never written. A format that copies the record (or any other caller)
- * finds no wrapped call and gets the plain fit test.
+ * The record the format runs on carries the way here in the first of the host's unused words
+ * (`unused_a`): this object's address, and that address mixed with the record's own, so a record
+ * that merely holds leftovers there is not taken for a wrapped one (nothing is read through the
+ * address before both words agree). The wrapper marks the caller's record for the call and puts
+ * the words back after it; a record a format copies is not recognised (another address), and its
+ * format gets the plain fit test. `record` is a record of the object's own, for a caller that runs
+ * a format on a copy (`mark()` marks it).
  */
 #pragma once
 
 #include <cstdint>
 #include <cstring>
-#include <type_traits>
 
 #include "frame/abi.h"
 
 namespace vxlocfmt {
 
 struct WrappedCall {
-    FmtCall record;  // first: the format's FmtCall* is this object's address
+    FmtCall record;  // a copy to run the format on, when a caller makes one (mark())
     unsigned char* field = nullptr;  // the caller's bytes
     std::int32_t room = 0;           // min(width, capacity) of the output record
     // What a fit test left in `field`: the bytes of `kept_count` characters at `kept_text`
@@ -37,15 +39,19 @@ struct WrappedCall {
     // its field): the wrapper writes them without reading them back.
     std::int32_t blanks_after = 0;
 
-    void mark() {
-        const void* self = &record;
-        std::memcpy(record.unused_a, &self, sizeof self);
+    // Marks `call` as running under this object; `unmark` (or the caller's own words put back)
+    // ends it.
+    void mark(FmtCall& call) {
+        const std::uintptr_t words[2] = {reinterpret_cast<std::uintptr_t>(this), check_word(this, &call)};
+        std::memcpy(call.unused_a, words, sizeof words);
     }
+    void mark() { mark(record); }
     static WrappedCall* of(const FmtCall& call) {
-        const void* self = nullptr;
-        std::memcpy(&self, call.unused_a, sizeof self);
-        if (self != &call) return nullptr;
-        return reinterpret_cast<WrappedCall*>(const_cast<FmtCall*>(&call));
+        std::uintptr_t words[2];
+        std::memcpy(words, call.unused_a, sizeof words);
+        auto* self = reinterpret_cast<WrappedCall*>(words[0]);
+        if (!self || words[1] != check_word(self, &call)) return nullptr;
+        return self;
     }
     void keep(const wchar* text, std::int32_t count, std::int32_t bytes) {
         kept_text = text;
@@ -54,9 +60,16 @@ struct WrappedCall {
         narrowed_cells = 0;
         blanks_after = 0;
     }
+
+private:
+    // The second marking word: both addresses, mixed with a constant so that a record holding
+    // zeros or two equal words is never taken for a marked one.
+    static std::uintptr_t check_word(const WrappedCall* self, const FmtCall* call) {
+        return (reinterpret_cast<std::uintptr_t>(self) ^ reinterpret_cast<std::uintptr_t>(call)) ^
+               static_cast<std::uintptr_t>(0x5A17C0DE9E3779B9ull);
+    }
 };
 
-static_assert(std::is_standard_layout_v<WrappedCall>, "the record's address is the wrapped call's");
-static_assert(sizeof(FmtCall::unused_a) >= sizeof(void*));
+static_assert(sizeof(FmtCall::unused_a) >= 2 * sizeof(std::uintptr_t));
 
 }  // namespace vxlocfmt

@@ -122,7 +122,7 @@ status format_by_candidates(FmtCall& call, void* extra, const candidate_format& 
         const candidate c = candidate_of(row, properties);
         if (format.skip_by_width && c.needed > width) continue;
         std::int32_t produced = width;
-        if (narrowed) narrowed->cells = 0;
+        if (narrowed) narrowed->cells = narrowed->encoded_cells = 0;
         if (expand_candidate(call, format, row, c, &produced, narrowed) != expand_ok) continue;
         if (call.byte_mode) {
             // The expander writes every stored cell: the text, then blanks.

@@ -13,6 +13,7 @@
 #include "calendar/week_numbering.h"
 #include "frame/field.h"
 #include "frame/kernel.h"
+#include "frame/session_bytes.h"
 #include "locale/property_numbers.h"
 #include "nldate/expander.h"
 
@@ -607,10 +608,19 @@ void keep_zone_offset(const OutputField& field, std::int32_t span, const Value& 
 // Under the byte wrapper: the field's cells also into the caller's bytes as they are copied, so
 // that the fit test has nothing left to convert when they are all below the bound. Out of line:
 // the wide call's copy stays as it was.
+// In a UTF-8 session a text beyond the bound, its first `text_length` cells, is encoded into the
+// bytes instead, from the cells just copied (the session's conversion, done where the text is).
 [[gnu::noinline]] void copy_narrowing(const OutputField& field, const wchar* cells, std::int64_t n,
-                                      NarrowedBytes& narrowed) {
+                                      std::int64_t text_length, NarrowedBytes& narrowed) {
     const bool below = field.write_front_narrowing(cells, n, narrowed.bytes, narrowed.bound);
     narrowed.cells = below ? static_cast<std::int32_t>(n) : 0;
+    if (below || !narrowed.utf8 || text_length > n) return;
+    std::int32_t produced = 0;
+    if (session_bytes::utf8<true>(cells, static_cast<std::int32_t>(text_length), narrowed.bytes, narrowed.room,
+                                  &produced) == st::ok) {
+        narrowed.encoded_cells = static_cast<std::int32_t>(text_length);
+        narrowed.encoded_bytes = produced;
+    }
 }
 
 std::int32_t clamp_length(std::int64_t n) {
@@ -689,7 +699,7 @@ std::int32_t expand(const wchar* pattern, std::int32_t length, wchar* output, st
         const std::int64_t blanks = framed;
         blank_blocks(text_cells + text_end, text_end + blanks <= work_cells ? blanks : framed - text_end);
         if (narrowed && fits && framed <= narrowed->room) [[unlikely]]
-            copy_narrowing(field, text_cells, framed, *narrowed);
+            copy_narrowing(field, text_cells, framed, text.count(), *narrowed);
         else
             field.write_front(text_cells, framed);
         field.fill(framed, field.stored(), U' ');

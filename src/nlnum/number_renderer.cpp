@@ -1,6 +1,8 @@
 #include "nlnum/number_renderer.h"
 
 #include <algorithm>
+#include <cstring>
+#include <iterator>
 #include <string_view>
 
 #include "calendar/missing_value.h"
@@ -58,6 +60,41 @@ bool ask_kernel(void* locale, double value, std::int32_t width, std::int32_t dec
 // Wide text into the session encoding; its length in bytes, or -1 when the converter refuses.
 std::int32_t converted_length(const FmtCall& call, const wchar* text, std::size_t count) {
     return session_byte_length(call, text, static_cast<std::int32_t>(count), converter_bytes);
+}
+
+// In byte mode, the identity bound of the session when every cell the conventions may add to a
+// number (point, separator, signs, symbol) is below it and a blank is too, else 0: a styled text
+// made of them and the kernel's digits then takes one byte a character, so the byte-mode field
+// (right-aligned by the text's size in bytes) is the wide one. A text that still has a cell at or
+// above the bound (the kernel's own) is caught after it is written.
+wchar narrow_conventions_bound(const FmtCall& call, const NumberConventions& c) {
+    const wchar bound = session_bytes::identity_mask_bound(call.session_transcoder);
+    if (bound <= U' ') return 0;
+    wchar seen = c.decimal_point[0] | c.decimal_point[1] | c.thousands_sep[0] | c.thousands_sep[1] |
+                 c.positive_sign[0] | c.positive_sign[1] | c.negative_sign[0] | c.negative_sign[1];
+    for (const wchar* symbol = c.currency_symbol; symbol < std::end(c.currency_symbol) && *symbol; ++symbol)
+        seen |= *symbol;
+    return seen < bound ? bound : 0;
+}
+
+// In a UTF-8 session, the wide first attempt's field (blanks, then `length` cells of text, over
+// `w` cells) made the byte-mode one: the text is right-aligned by its size in bytes, so it moves
+// left by the bytes its characters take beyond one each, blanks after it, and the produced
+// length ends after it (what the retry loop writes). False, with the field to be written again,
+// when the bytes do not fit the width or a cell is no character UTF-8 holds.
+bool realign_for_utf8(wchar* field, std::int32_t w, std::int32_t length, std::int32_t* produced) {
+    std::int32_t extra = 0;
+    bool whole = true;
+    for (std::int32_t i = w - length; i < w; ++i) {
+        const wchar c = field[i];
+        extra += (c >= 0x80) + (c >= 0x800) + (c >= 0x10000);
+        whole &= c <= 0x10FFFF && c - 0xD800u >= 0x800u;
+    }
+    if (!whole || extra > w - length) return false;
+    std::memmove(field, field + extra, static_cast<std::size_t>(w - extra) * sizeof(wchar));
+    std::fill(field + (w - extra), field + w, U' ');
+    *produced = w - extra;
+    return true;
 }
 
 // Every attempt of zkfnum, from the first, with the retry order: what the first attempt of
@@ -163,9 +200,24 @@ std::int32_t render(std::uint32_t supported, FmtCall& call, const NumberConventi
     // (what status 0 means) and fits styled, writes it straight into the field. The caller's
     // decimals are not touched on this way.
     void* const locale = instance.fixed_locale ? instance.fixed_locale : call.number_format;
-    if (everyday && call.byte_mode == 0 && call.capacity >= w && c.decimal_point[0] != 0 && locale && call.output &&
-        first_attempt(locale, value, w, std::clamp(call.decimals, 0, w), call.capacity, c, static_cast<wchar*>(call.output)))
-        return zkfnum_done;
+    // In byte mode it is taken when the session writes the text a byte a character (the field is
+    // then the one the retry loop writes) or is UTF-8 (the field is realigned by the text's bytes);
+    // a text it finds otherwise goes to the loop, which writes every cell again.
+    if (everyday && call.capacity >= w && c.decimal_point[0] != 0 && locale && call.output) {
+        // One call site: a second inlined copy of the attempt compiled its block moves to string
+        // moves, whose start-up cost more than the rest of the attempt.
+        auto* const field = static_cast<wchar*>(call.output);
+        const bool wide = call.byte_mode == 0;
+        void* const transcoder = wide ? nullptr : call.session_transcoder;
+        const wchar bound = transcoder ? narrow_conventions_bound(call, c) : 0;
+        const bool utf8 = transcoder && !bound && session_bytes::identity_mask_bound(transcoder) > U' ' &&
+                          kernel::encoding_form(transcoder) == kernel::transcoder_form_utf8;
+        std::int32_t length = 0;
+        if ((wide || bound || utf8) &&
+            first_attempt(locale, value, w, std::clamp(call.decimals, 0, w), call.capacity, c, field, &length) &&
+            (wide || (bound ? session_bytes::all_below(field, w, bound) : realign_for_utf8(field, w, length, &call.produced))))
+            return zkfnum_done;
+    }
     return render_retrying(call, c, instance, value, w);
 }
 

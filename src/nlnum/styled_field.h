@@ -37,9 +37,10 @@ inline constexpr std::uint32_t mode_fixed_point = 0x1000;
 // true. Grouping is wanted (a first attempt); `value` picks the pattern and the parenthesis
 // blank, as in style_number. False, with the field untouched, when the kernel's status is not 0,
 // its text is not laid out as status 0 promises, or the styled text is too wide.
+// `written`, when given, receives the styled text's length in cells.
 [[gnu::always_inline]] inline bool first_attempt(void* locale, double value, std::int32_t w, std::int32_t decimals,
                                                  std::int32_t field_length, const NumberConventions& conventions,
-                                                 wchar* field);
+                                                 wchar* field, std::int32_t* written = nullptr);
 
 // ---- Implementation -----------------------------------------------------------------------
 // Inline: zkfnum's everyday path, one call fewer per value.
@@ -119,7 +120,8 @@ inline wchar* put_letter(wchar* to, wchar letter, const NumberConventions& c, bo
 // first `width` cells of `field`; false, with nothing written, when its point does not stand
 // before the last `decimals` characters, it has no integer digit, or it is too wide.
 [[gnu::always_inline]] inline bool style_into_field(std::u32string_view plain, std::int32_t decimals, double value,
-                                                    const NumberConventions& c, wchar* field, std::int32_t width) {
+                                                    const NumberConventions& c, wchar* field, std::int32_t width,
+                                                    std::int32_t* written) {
     const wchar* text = plain.data();
     const wchar* const end = text + plain.size();
     text += text != end && *text == U'-' ? 1 : 0;  // the pattern places the sign
@@ -185,6 +187,7 @@ inline wchar* put_letter(wchar* to, wchar letter, const NumberConventions& c, bo
                         separators * separator + (decimals > 0 ? point + decimals : 0) +
                         static_cast<std::int32_t>(suffix_end - suffix);
     if (length > width) return false;
+    if (written) *written = length;
 
     // Blanks over the whole field, then the text over them.
     fill_blanks(field, width);
@@ -231,7 +234,7 @@ inline wchar* put_letter(wchar* to, wchar letter, const NumberConventions& c, bo
 }  // namespace detail
 
 inline bool first_attempt(void* locale, double value, std::int32_t w, std::int32_t decimals, std::int32_t field_length,
-                          const NumberConventions& c, wchar* field) {
+                          const NumberConventions& c, wchar* field, std::int32_t* written) {
     wchar cells[kernel_cells];
     std::int32_t length = field_length;
     const status code = kernel::slot<kernel::number_format_fn>(locale, kernel::locale_number_format_slot)(
@@ -245,7 +248,7 @@ inline bool first_attempt(void* locale, double value, std::int32_t w, std::int32
         if (from + step <= to && cells[from + step - 1] == U' ') from += step;
     };
     halve(16), halve(8), halve(4), halve(2), halve(1);
-    return detail::style_into_field({cells + from, static_cast<std::size_t>(to - from)}, decimals, value, c, field, w);
+    return detail::style_into_field({cells + from, static_cast<std::size_t>(to - from)}, decimals, value, c, field, w, written);
 }
 
 }  // namespace vxlocfmt::nlnum

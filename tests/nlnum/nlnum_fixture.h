@@ -53,6 +53,8 @@ public:
     static constexpr wchar guard = 0x10FFFF;
 
     Renderer() : locale_(vxhost::LocaleObject::create("en_US")), instance_(std::make_unique<vxlocfmt::Instance>()) {}
+    // Byte mode in the session of this transcoder from the next run on (null: wide).
+    void set_byte_session(void* transcoder) { transcoder_ = transcoder; }
     ~Renderer() { locale_->release(); }
 
     // everyday = false: zkfnum without its one-pass first attempt (the retry loop alone).
@@ -69,6 +71,8 @@ public:
         call_.capacity = static_cast<std::int32_t>(cells);
         call_.produced = -1;
         call_.number_format = locale_;
+        call_.session_transcoder = transcoder_;
+        call_.byte_mode = transcoder_ ? 1 : 0;
         return everyday ? vxlocfmt::nlnum::zkfnum(supported, call_, c, *instance_)
                         : vxlocfmt::nlnum::detail::zkfnum_retrying(supported, call_, c, *instance_);
     }
@@ -95,6 +99,7 @@ private:
     std::vector<wchar> cells_;
     vxlocfmt::FmtCall call_{};
     double value_ = 0;
+    void* transcoder_ = nullptr;
 };
 
 // The shared library, loaded once, with one session per locale (and encoding).
