@@ -118,6 +118,47 @@ bool finish_kept(const WrappedCall& wrapped, void* transcoder, const wchar* text
 }
 
 }  // namespace
+
+bool wide_answer_in_bytes(FmtCall* call, FmtCall* out, void* extra, format_fn format, status* result) {
+    void* const transcoder = call->session_transcoder;
+    if (!transcoder) return false;
+    const wchar bound = session_bytes::identity_mask_bound(transcoder);
+    const std::int32_t width = load_alone(call->width);
+    if (!bound || width > local_scratch_cells || out->width > local_scratch_cells) return false;
+    auto* dest = static_cast<unsigned char*>(out->output);
+    const std::int32_t room = std::min(std::max(0, std::min(out->width, out->capacity)), std::max(width, 0));
+    if (!dest && room != 0) return false;
+
+    // The fields the date formats change on their record, put back after.
+    wchar cells[local_scratch_cells];
+    void* const output = load_alone(call->output);
+    const std::int32_t capacity = load_alone(call->capacity);
+    const std::int32_t produced_before = load_alone(call->produced);
+    const std::uint8_t byte_mode = call->byte_mode;
+    call->output = cells;
+    call->capacity = local_scratch_cells;
+    call->produced = 0;
+    call->byte_mode = 0;
+    const status code = format(call, extra);
+    const std::int32_t produced = std::clamp(call->produced, 0, local_scratch_cells);
+    call->output = output;
+    call->capacity = capacity;
+    call->produced = produced_before;
+    call->byte_mode = byte_mode;
+    if (code != st::ok) return false;
+
+    if (produced <= room && session_bytes::narrow_whole(cells, room, dest, bound)) {
+        out->produced = produced;
+        *result = st::ok;
+        return true;
+    }
+    std::int32_t written = 0;
+    if (session_bytes::convert(transcoder, cells, produced, dest, room, &written) != st::ok) return false;
+    out->produced = written;
+    *result = st::ok;
+    return true;
+}
+
 }  // namespace vxlocfmt
 
 using namespace vxlocfmt;

@@ -4,6 +4,16 @@
 #include "frame/byte_output.h"
 #include "nldate/byte_answers.h"
 
+#include <string_view>
+
+namespace {
+// The NL date, datetime and time formats: byte mode only picks among their candidate texts
+// (wide_answer_in_bytes).
+constexpr bool picks_candidates(std::string_view name) {
+    return name.starts_with("NLDATE") || name.starts_with("NLDATM") || name.starts_with("NLTIM");
+}
+}  // namespace
+
 #define VX_IN(name, fn, minw, maxw, defw, maxd, defd)
 #define VX_FMT(name, fn, minw, maxw, defw, maxd, defd, xw, align)                          \
     extern "C" vxlocfmt::status fn(vxlocfmt::FmtCall*, void*);                               \
@@ -11,6 +21,9 @@
         if constexpr (vxlocfmt::direct_bytes<fn>::offered) {                                   \
             vxlocfmt::status result = 0;                                                        \
             if (vxlocfmt::direct_bytes<fn>::answer(call, out ? out : call, &result)) return result; \
+        } else if constexpr (picks_candidates(name)) {                                          \
+            vxlocfmt::status result = 0;                                                        \
+            if (vxlocfmt::wide_answer_in_bytes(call, out ? out : call, extra_word, fn, &result)) return result; \
         }                                                                                       \
         return vxfmtnlbyte(call, out, extra_word, align, fn);                                  \
     }

@@ -68,6 +68,38 @@ inline bool narrow_cells(const wchar* text, std::int32_t count, unsigned char* d
     return seen < bound;
 }
 
+// `count` cells narrowed into `count` bytes, eight a step with the last step overlapping the one
+// before, the bound tested once at the end: true when every cell is below it (the bytes are then
+// theirs); otherwise the bytes written are not the text's. The steps depend on the count alone,
+// so a caller that narrows a whole field (the text and the blanks after it) takes the same
+// branches on every call.
+inline bool narrow_whole(const wchar* text, std::int32_t count, unsigned char* dest, wchar bound) {
+#if defined(__SSE2__)
+    if (count >= 8) {
+        __m128i seen = _mm_setzero_si128();
+        const auto eight = [&](std::int32_t i) {
+            const __m128i a = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text + i));
+            const __m128i b = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text + i + 4));
+            seen = _mm_or_si128(seen, _mm_or_si128(a, b));
+            // Exact for cells below 0x100, all that a text that passes holds.
+            const __m128i packed = _mm_packs_epi32(a, b);
+            _mm_storel_epi64(reinterpret_cast<__m128i*>(dest + i), _mm_packus_epi16(packed, packed));
+        };
+        std::int32_t i = 0;
+        for (; i + 8 <= count; i += 8) eight(i);
+        if (i < count) eight(count - 8);
+        const __m128i high = _mm_and_si128(seen, _mm_set1_epi32(static_cast<int>(~(bound - 1))));
+        return _mm_movemask_epi8(_mm_cmpeq_epi32(high, _mm_setzero_si128())) == 0xFFFF;
+    }
+#endif
+    wchar seen = 0;
+    for (std::int32_t i = 0; i < count; ++i) {
+        seen |= text[i];
+        dest[i] = static_cast<unsigned char>(text[i]);
+    }
+    return seen < bound;
+}
+
 // As the transcoder's convert, for a text below the identity bound: `count` characters
 // narrowed into at most `room` bytes, cut after the last that fits (0x803fe807). False when the
 // text has a character at or above the bound; `done` then receives how many characters from the
