@@ -152,8 +152,13 @@ bool wide_answer_in_bytes(FmtCall* call, FmtCall* out, void* extra, format_fn fo
         *result = st::ok;
         return true;
     }
+    // A character at or above the bound: the session's conversion of the text alone (in a UTF-8
+    // session the library's own encoder, the narrowing above having found nothing to keep).
     std::int32_t written = 0;
-    if (session_bytes::convert(transcoder, cells, produced, dest, room, &written) != st::ok) return false;
+    const status converted = session_bytes::utf8_here(transcoder, produced, dest, room)
+                                 ? session_bytes::utf8<true>(cells, produced, dest, room, &written)
+                                 : session_bytes::convert(transcoder, cells, produced, dest, room, &written);
+    if (converted != st::ok) return false;
     out->produced = written;
     *result = st::ok;
     return true;
