@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstring>
 #include <string_view>
 
 #include "calendar/date_conversions.h"
@@ -48,16 +49,18 @@ constexpr std::array<layout, 6> layouts = {{
 static_assert(layouts.back().length == week_text_max);
 
 // Two digits, zero-padded, as every part of the week text is written: i2s(n % 100, at, 2, "0").
-void two_digits(std::int64_t n, wchar* at) {
+template <class Char>
+void two_digits(std::int64_t n, Char* at) {
     const std::int64_t low = n % 100;  // (-100, 100)
     const auto v = static_cast<std::uint32_t>(low < 0 ? -low : low);
-    at[0] = static_cast<wchar>(U'0' + v / 10);
-    at[1] = static_cast<wchar>(U'0' + v % 10);
+    at[0] = static_cast<Char>(U'0' + v / 10);
+    at[1] = static_cast<Char>(U'0' + v % 10);
 }
-}  // namespace
 
-int zkfweek(wchar* out, std::int32_t* width, wchar rule, std::int32_t, double day_number,
-            std::int32_t capacity) {
+// The week text of the layout chosen by `given` into `text` (room for week_text_max): its
+// length, the layout's length in `*length`. Every character is below 0x80.
+template <class Char>
+std::int32_t week_text(Char* text, wchar rule, double day_number, std::int32_t given, std::int32_t* length) {
     // As get_yywwdd leaves them for a day it cannot convert.
     week_date triple{-1, -1, -1};
     if (in_day_range(day_number)) triple = week_of_day(rule, day_number);
@@ -65,12 +68,10 @@ int zkfweek(wchar* out, std::int32_t* width, wchar rule, std::int32_t, double da
     const std::int64_t week = triple.week;
     const std::int64_t day = triple.day;
 
-    const std::int32_t given = *width;
     layout chosen = layouts.front();
     for (const layout& l : layouts)
         if (given >= l.min_width) chosen = l;
 
-    std::array<wchar, week_text_max> text;
     std::int32_t n = 0;
     if (chosen.has_year) {
         if (chosen.four_digit_year) {
@@ -80,21 +81,45 @@ int zkfweek(wchar* out, std::int32_t* width, wchar rule, std::int32_t, double da
         two_digits(year % 100, &text[n]);
         n += 2;
     }
-    if (chosen.dashes) text[n++] = U'-';
-    if (chosen.length > 2) text[n++] = U'W';
+    if (chosen.dashes) text[n++] = '-';
+    if (chosen.length > 2) text[n++] = 'W';
     two_digits(week, &text[n]);
     n += 2;
     if (chosen.has_day) {
-        if (chosen.dashes) text[n++] = U'-';
+        if (chosen.dashes) text[n++] = '-';
         two_digits(day, &text[n]);
         n += 2;
     }
+    *length = chosen.length;
+    return n;
+}
+}  // namespace
 
-    const OutputField field(out, std::max(given, chosen.length), capacity);
+int zkfweek(wchar* out, std::int32_t* width, wchar rule, std::int32_t, double day_number,
+            std::int32_t capacity) {
+    const std::int32_t given = *width;
+    std::array<wchar, week_text_max> text;
+    std::int32_t length = 0;
+    const std::int32_t n = week_text(text.data(), rule, day_number, given, &length);
+    const OutputField field(out, std::max(given, length), capacity);
     field.write(0, std::u32string_view(text.data(), static_cast<std::size_t>(n)));
     field.fill(n, field.stored(), U' ');
-    *width = chosen.length;
+    *width = length;
     return 0;
+}
+
+void week_bytes_text(unsigned char* out, std::int32_t count, wchar rule, double day_number, std::int32_t given) {
+    if (count <= 0) return;
+    unsigned char text[week_text_max + 8];
+    std::int32_t length = 0;
+    const std::int32_t n = week_text(text, rule, day_number, given, &length);
+    std::memset(text + n, ' ', sizeof text - static_cast<std::size_t>(n));
+    if (count <= static_cast<std::int32_t>(sizeof text)) {
+        std::memcpy(out, text, static_cast<std::size_t>(count));
+        return;
+    }
+    std::memcpy(out, text, sizeof text);
+    std::memset(out + sizeof text, ' ', static_cast<std::size_t>(count) - sizeof text);
 }
 
 }  // namespace vxlocfmt::calendar

@@ -49,6 +49,10 @@ inline constexpr std::int32_t week_text_max = 11;
 int zkfweek(wchar* out, std::int32_t* width, wchar rule, std::int32_t count, double day_number,
             std::int32_t capacity);
 
+// zkfweek's text and the blanks after it, its first `count` cells, as bytes (every character of
+// the text is below 0x80): the bytes of the wide field with a width of `given` and `count` cells.
+void week_bytes_text(unsigned char* out, std::int32_t count, wchar rule, double day_number, std::int32_t given);
+
 // ---- Implementation -----------------------------------------------------------------------
 
 namespace detail {

@@ -154,10 +154,20 @@ bool week_bytes(FmtCall* call, FmtCall* out, wchar rule, status* result) {
     if (!call->property_cache || !find_instance(*call) || check_limits(*call, week_limits(rule)) != st::ok) return false;
     const double value = *static_cast<const double*>(call->input);
     if (!calendar::in_day_range(value)) return false;
+    const std::int32_t field = std::max(0, std::min(out->width, out->capacity));
+    auto* const dest = static_cast<unsigned char*>(out->output);
+    if (session_bytes::identity_mask_bound(call->session_transcoder) >= 0x80 && (dest || field == 0)) {
+        // The week text is ASCII: its bytes are written as it is made, no wide cells between (the
+        // wide field's first min(width, field) cells, a cut answered 0 as below).
+        const std::int32_t count = std::min(width, field);
+        calendar::week_bytes_text(dest, count, rule, value, width);
+        out->produced = count;
+        *result = st::ok;
+        return true;
+    }
     wchar cells[direct_bytes_cells];
     std::int32_t layout_width = width;
     calendar::zkfweek(cells, &layout_width, rule, 0, value, width);
-    const std::int32_t field = std::max(0, std::min(out->width, out->capacity));
     const status converted = session_bytes::convert(call->session_transcoder, cells, width,
                                                     static_cast<unsigned char*>(out->output), field, &out->produced);
     *result = converted == st::does_not_fit ? st::ok : converted;
