@@ -119,7 +119,8 @@ bool finish_kept(const WrappedCall& wrapped, void* transcoder, const wchar* text
 
 }  // namespace
 
-bool wide_answer_in_bytes(FmtCall* call, FmtCall* out, void* extra, format_fn format, status* result) {
+bool wide_answer_in_bytes(FmtCall* call, FmtCall* out, void* extra, format_fn format, bool byte_mode_off,
+                          status* result) {
     void* const transcoder = call->session_transcoder;
     if (!transcoder) return false;
     const wchar bound = session_bytes::identity_mask_bound(transcoder);
@@ -129,7 +130,7 @@ bool wide_answer_in_bytes(FmtCall* call, FmtCall* out, void* extra, format_fn fo
     const std::int32_t room = std::min(std::max(0, std::min(out->width, out->capacity)), std::max(width, 0));
     if (!dest && room != 0) return false;
 
-    // The fields the date formats change on their record, put back after.
+    // The fields the served formats change on their record, put back after.
     wchar cells[local_scratch_cells];
     void* const output = load_alone(call->output);
     const std::int32_t capacity = load_alone(call->capacity);
@@ -138,7 +139,7 @@ bool wide_answer_in_bytes(FmtCall* call, FmtCall* out, void* extra, format_fn fo
     call->output = cells;
     call->capacity = local_scratch_cells;
     call->produced = 0;
-    call->byte_mode = 0;
+    if (byte_mode_off) call->byte_mode = 0;
     const status code = format(call, extra);
     const std::int32_t produced = std::clamp(call->produced, 0, local_scratch_cells);
     call->output = output;

@@ -16,16 +16,21 @@ VX_EXPORT vxlocfmt::status vxfmtnlbyte(vxlocfmt::FmtCall* call, vxlocfmt::FmtCal
 
 namespace vxlocfmt {
 
-// The byte answer of a format whose byte mode changes only which candidate text it picks (the NL
-// date, datetime and time formats): the format runs with byte mode off into stack cells and its
-// text is converted into the caller's field. Byte mode would have picked the same text when that
-// text fits the width in session bytes (the candidates before it were refused by their length in
-// characters, which is never more than their length in bytes), so the answer is the wrapper's
-// whenever the conversion succeeds within min(width, field). False otherwise (the bytes do not
-// fit, a character the encoding cannot hold, a width above the stack cells, a format that
-// answered an error, no identity bound): the call is then the wrapper's, which runs the format
-// again.
-bool wide_answer_in_bytes(FmtCall* call, FmtCall* out, void* extra, format_fn format, status* result);
+// The byte answer of the NL date, datetime, time, number, percent and money formats without the
+// wrapper's frame: the format runs into stack cells and its text is converted into the caller's
+// field; the answer stands when the conversion succeeds within min(width, field), which is the
+// wrapper's answer then. False otherwise (the bytes do not fit, a character the encoding cannot
+// hold, a width above the stack cells, a format that answered an error, no identity bound): the
+// call is then the wrapper's, which runs the format again.
+//
+// `byte_mode_off`: run the format wide, for a format whose byte mode changes only which candidate
+// text it picks (the date formats). Byte mode would have picked the same text when its bytes fit
+// the width: the candidates before it were refused by their length in characters, never more
+// than their length in bytes. Otherwise the format runs in byte mode as the caller set it (the
+// number formats, whose byte-mode field is justified by bytes: run wide, a text with "€" would
+// not fit and every call would run twice).
+bool wide_answer_in_bytes(FmtCall* call, FmtCall* out, void* extra, format_fn format, bool byte_mode_off,
+                          status* result);
 
 // A format whose byte variant answers its common cases in bytes itself, without the wide round
 // trip through the wrapper, specialises this next to its code (declared where byte_variants.cpp

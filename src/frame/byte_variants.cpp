@@ -7,10 +7,19 @@
 #include <string_view>
 
 namespace {
-// The NL date, datetime and time formats: byte mode only picks among their candidate texts
-// (wide_answer_in_bytes).
+// Rows answered by wide_answer_in_bytes: the NL date, datetime and time formats, run wide (byte
+// mode only picks among their candidate texts)...
 constexpr bool picks_candidates(std::string_view name) {
     return name.starts_with("NLDATE") || name.starts_with("NLDATM") || name.starts_with("NLTIM");
+}
+// ...and the number, percent and money formats without a currency of their own, run in byte
+// mode. The NLMNI and NLMNL rows stay on the wrapper.
+constexpr bool justified_by_bytes(std::string_view name) {
+    constexpr std::string_view numbers[] = {"NLBEST", "NLD",    "NLMNY",  "NLMNYI", "NLNUM",
+                                            "NLNUMI", "NLPCT",  "NLPCTI", "NLPCTN", "NLPCTP"};
+    for (const std::string_view n : numbers)
+        if (name == n) return true;
+    return false;
 }
 }  // namespace
 
@@ -21,9 +30,11 @@ constexpr bool picks_candidates(std::string_view name) {
         if constexpr (vxlocfmt::direct_bytes<fn>::offered) {                                   \
             vxlocfmt::status result = 0;                                                        \
             if (vxlocfmt::direct_bytes<fn>::answer(call, out ? out : call, &result)) return result; \
-        } else if constexpr (picks_candidates(name)) {                                          \
+        } else if constexpr (picks_candidates(name) || justified_by_bytes(name)) {              \
             vxlocfmt::status result = 0;                                                        \
-            if (vxlocfmt::wide_answer_in_bytes(call, out ? out : call, extra_word, fn, &result)) return result; \
+            if (vxlocfmt::wide_answer_in_bytes(call, out ? out : call, extra_word, fn, picks_candidates(name), \
+                                               &result))                                        \
+                return result;                                                                  \
         }                                                                                       \
         return vxfmtnlbyte(call, out, extra_word, align, fn);                                  \
     }

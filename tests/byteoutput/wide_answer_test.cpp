@@ -1,10 +1,12 @@
-// The NL date, datetime and time formats answer their `_b` entry from a wide run with byte mode
-// off (wide_answer_in_bytes), falling back to the wrapper; the week formats write their ASCII
-// text as bytes. Held to the wrapper itself on every such row, every width from the row's minimum to its maximum, random values with missing and
-// out-of-range ones, output records narrower than the call or none, in four locales (ja_JP takes
-// the non-ASCII paths) and a UTF-8 and an ISO-8859-1 session: the same status, produced length
-// and bytes. The direct answer narrows the whole field, not only the text, so every format it
-// serves must write every cell of its field: checked too, on cells filled with a mark.
+// The `_b` entries that answer without the wrapper's frame: the NL date, datetime and time
+// formats (a wide run, byte mode off), the number, percent and money formats (a run in byte mode)
+// and the week formats (their ASCII text written as bytes), each falling back to the wrapper.
+// Held to the wrapper itself on every such row, every width from the row's minimum to its
+// maximum, random values with missing and out-of-range ones, output records narrower than the
+// call or none, in four locales (ja_JP and fr_FR take the non-ASCII paths) and a UTF-8 and an
+// ISO-8859-1 session: the same status, produced length and bytes. The direct answer narrows the
+// whole field, not only the text, so every format it serves must write every cell of its field:
+// checked too, on cells filled with a mark.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -28,8 +30,16 @@ std::u32string name_of(const FuncInfo& row) {
     return name;
 }
 
+bool is_number(std::u32string_view name) {
+    for (const std::u32string_view n : {U"NLBEST", U"NLD", U"NLMNY", U"NLMNYI", U"NLNUM", U"NLNUMI", U"NLPCT",
+                                        U"NLPCTI", U"NLPCTN", U"NLPCTP"})
+        if (name == n) return true;
+    return false;
+}
+
 bool answered_from_wide(std::u32string_view name) {
-    return name.starts_with(U"NLDATE") || name.starts_with(U"NLDATM") || name.starts_with(U"NLTIM");
+    return name.starts_with(U"NLDATE") || name.starts_with(U"NLDATM") || name.starts_with(U"NLTIM") ||
+           is_number(name);
 }
 
 double random_value(std::mt19937_64& random, std::u32string_view name) {
@@ -42,6 +52,12 @@ double random_value(std::mt19937_64& random, std::u32string_view name) {
     default: break;
     }
     const double fraction = static_cast<double>(random() % 1000) / 1000;
+    if (is_number(name)) {
+        // Amounts of every size, signs, a few tiny and huge.
+        const int digits = static_cast<int>(random() % 14);
+        const double amount = static_cast<double>(random() % 100'000'000) * std::pow(10.0, digits - 8) + fraction;
+        return r % 5 == 0 ? -amount : r % 17 == 0 ? amount * 1e25 : amount;
+    }
     if (name.starts_with(U"NLDATM")) return static_cast<double>(random() % 6'000'000'000) - 1e9 + fraction;
     if (name.starts_with(U"NLTIM")) return static_cast<double>(random() % 200'000) - 10'000 + fraction;
     return static_cast<double>(random() % 80'000) - 20'000;
@@ -54,7 +70,7 @@ struct Answer {
     bool guarded;  // nothing written past the field
 };
 
-TEST(WideAnswer, SameAsTheWrapperOnEveryDateRow) {
+TEST(WideAnswer, SameAsTheWrapperOnEveryRowServed) {
     vxhost::Library library;
     std::mt19937_64 random(0xDA7E5);
     int checked = 0, failures = 0;
@@ -67,6 +83,7 @@ TEST(WideAnswer, SameAsTheWrapperOnEveryDateRow) {
             for (const FuncInfo* row = library.registry(); row->function; ++row) {
                 const std::u32string name = name_of(*row);
                 const bool week = name == U"WEEKU" || name == U"WEEKV" || name == U"WEEKW";
+                const char align = is_number(name) ? 'r' : 'l';
                 if (row->kind != row_kind_format || !(answered_from_wide(name) || week)) continue;
                 for (auto width = static_cast<std::int32_t>(row->min_width);
                      width <= static_cast<std::int32_t>(row->max_width); ++width) {
@@ -92,7 +109,7 @@ TEST(WideAnswer, SameAsTheWrapperOnEveryDateRow) {
                             out.output = bytes.data();
                             out.produced = -1;
                         }
-                        const status code = wrapper ? vxfmtnlbyte(&call, shape == 0 ? nullptr : &out, nullptr, 'l', row->function)
+                        const status code = wrapper ? vxfmtnlbyte(&call, shape == 0 ? nullptr : &out, nullptr, align, row->function)
                                                     : row->byte_function(&call, shape == 0 ? nullptr : &out, nullptr);
                         const std::int32_t field = std::max(0, std::min(target->width, target->capacity));
                         const std::int32_t produced = target->produced;
@@ -117,7 +134,7 @@ TEST(WideAnswer, SameAsTheWrapperOnEveryDateRow) {
     EXPECT_GT(checked, 10000);
 }
 
-TEST(WideAnswer, DateFormatsWriteEveryCellOfTheirField) {
+TEST(WideAnswer, FormatsServedWriteEveryCellOfTheirField) {
     vxhost::Library library;
     std::mt19937_64 random(0xF1E1D);
     constexpr char32_t mark = 0x7FFFFFFF;
@@ -141,7 +158,7 @@ TEST(WideAnswer, DateFormatsWriteEveryCellOfTheirField) {
                     call.input = &value;
                     call.output = cells.data();
                     call.capacity = 256;
-                    call.byte_mode = 0;
+                    call.byte_mode = is_number(name) ? 1 : 0;  // as the direct answer runs them
                     if (row->function(&call, nullptr) != st::ok) continue;
                     const auto end = cells.begin() + std::min(width, 256);
                     if (std::find(cells.begin(), end, mark) != end && ++failures <= 10)
