@@ -4,8 +4,9 @@
  *
  * - the name formats (NLSTRMON, NLSTRQTR, NLSTRWK): the name converted straight into the
  *   caller's field and the blanks after it written as bytes;
- * - the week formats (WEEKU, WEEKV, WEEKW): the week text in the stack, converted as the
- *   wrapper converts it.
+ * - the week formats (WEEKU, WEEKV, WEEKW): the week text, ASCII, written as bytes as it is made
+ *   (in a session without an identity bound of 0x80, rendered in the stack and converted as the
+ *   wrapper converts it).
  *
  * Any other case (a missing or out-of-range value, a name that does not fit, a field the bytes
  * would overflow other than in the blanks, a record without its property table yet, a width
