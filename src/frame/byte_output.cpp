@@ -206,9 +206,14 @@ VX_EXPORT status vxfmtnlbyte(FmtCall* call, FmtCall* out, void* extra, int align
     call->output = scratch;
     call->capacity = cells;
     call->produced = 0;
-    format(call, extra);
+    const status code = format(call, extra);
     const std::int32_t produced = std::clamp(call->produced, 0, cells);
     saved.restore(*call);
+    // A format that refuses the width or decimals (2 to 5) has set its produced length to the
+    // width and written nothing: the cells it left are converted as blanks, never as what the
+    // stack or the pool block held before.
+    if (code >= st::width_too_small && code <= st::decimals_too_large)
+        std::fill(scratch, scratch + produced, U' ');
 
     status result = st::ok;
     if (!call->session_transcoder ||

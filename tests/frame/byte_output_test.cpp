@@ -140,4 +140,23 @@ TEST(ByteOutput, WideFieldsUseTheScratchPoolAndFreeIt) {
     }
 }
 
+// A format refusing its width (limits checked): produced length set to the width, nothing
+// written. The wrapper converts blanks, not what an earlier call left in its scratch cells.
+status refusing_format(FmtCall* call, void*) {
+    call->produced = call->width;
+    return st::width_too_large;
+}
+
+TEST(ByteOutput, RefusedWidthConvertsBlanks) {
+    for (std::int32_t width : {40, 300}) {
+        right = true;
+        text = std::u32string(static_cast<std::size_t>(width), U'x');
+        ByteCall b("UTF-8", width);
+        ASSERT_EQ(vxfmtnlbyte(&b.call, nullptr, nullptr, 'r', fixed_format), 0u);  // leaves "x" cells behind
+        EXPECT_EQ(vxfmtnlbyte(&b.call, nullptr, nullptr, 'r', refusing_format), 0u);
+        EXPECT_EQ(b.field(), std::string(static_cast<std::size_t>(width), ' ')) << width;
+        EXPECT_TRUE(b.guards_intact());
+    }
+}
+
 }  // namespace
