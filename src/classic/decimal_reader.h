@@ -48,25 +48,36 @@ inline constexpr double exact_powers[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e
                                           1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
                                           1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
 
-}  // namespace detail
-
-// The general route of read_decimal below, every rule; read_decimal takes the everyday shape
-// without it, and a test holds the two to the same answers.
-inline status read_decimal_general(const wchar* text, std::int32_t length, double* out) {
-    using namespace detail;
-    if (!text || length <= 0) return reader_refused;
+// A text without its blanks at both ends and its sign ("+" or "-", and the blanks after it).
+struct Unsigned {
+    const wchar* begin;
+    const wchar* end;
+    bool negative;
+};
+// False when only blanks (or nothing) are given.
+inline bool take_blanks_and_sign(const wchar* text, std::int32_t length, Unsigned& u) {
+    if (!text || length <= 0) return false;
     const wchar* p = text;
     const wchar* end = text + length;
     while (p < end && is_reader_blank(*p)) ++p;
     while (end > p && is_reader_blank(end[-1])) --end;
-    if (p == end) return reader_refused;
-
+    if (p == end) return false;
     bool negative = false;
     if (*p == U'+' || *p == U'-') {
         negative = *p == U'-';
         ++p;
         while (p < end && is_reader_blank(*p)) ++p;
     }
+    u = {p, end, negative};
+    return true;
+}
+
+// The general route after the sign, every rule.
+inline status read_unsigned_general(const Unsigned& u, double* out) {
+    const wchar* const start = u.begin;
+    const wchar* p = u.begin;
+    const wchar* const end = u.end;
+    const bool negative = u.negative;
 
     char digits[normal_form_capacity];
     int count = 0;        // significant digits kept
@@ -94,7 +105,7 @@ inline status read_decimal_general(const wchar* text, std::int32_t length, doubl
     while (p < end) {
         if (detail::is_digit(*p)) {
             take(*p++, false);
-        } else if ((*p == U',' || *p == U'\u00A0' || *p == U'\u202F') && p > text && detail::is_digit(p[-1]) &&
+        } else if ((*p == U',' || *p == U'\u00A0' || *p == U'\u202F') && p > start && detail::is_digit(p[-1]) &&
                    any_digit && p + 1 < end && detail::is_digit(p[1])) {
             ++p;
         } else {
@@ -149,8 +160,6 @@ inline status read_decimal_general(const wchar* text, std::int32_t length, doubl
     return 0;
 }
 
-namespace detail {
-
 // The everyday shape after the sign: digits, at most one "." and digits, nothing else, 15 digits
 // at most. Their integer is below 2^53 and 10^(fraction digits) is exact, so one division rounds
 // once, correctly: what the general route's fast branch computes for the same text. False: not
@@ -181,20 +190,17 @@ inline bool read_plain_decimal(const wchar* p, const wchar* end, bool negative, 
 // Writes the nearest double (correctly rounded; underflow gives a signed 0) and answers 0, or
 // answers reader_refused and leaves *out as it was.
 inline status read_decimal(const wchar* text, std::int32_t length, double* out) {
-    if (!text || length <= 0) return reader_refused;
-    const wchar* p = text;
-    const wchar* end = text + length;
-    while (p < end && is_reader_blank(*p)) ++p;
-    while (end > p && is_reader_blank(end[-1])) --end;
-    if (p == end) return reader_refused;
-    bool negative = false;
-    if (*p == U'+' || *p == U'-') {
-        negative = *p == U'-';
-        ++p;
-        while (p < end && is_reader_blank(*p)) ++p;
-    }
-    if (detail::read_plain_decimal(p, end, negative, out)) return 0;
-    return read_decimal_general(text, length, out);
+    detail::Unsigned u;
+    if (!detail::take_blanks_and_sign(text, length, u)) return reader_refused;
+    if (detail::read_plain_decimal(u.begin, u.end, u.negative, out)) return 0;
+    return detail::read_unsigned_general(u, out);
+}
+
+// The general route of read_decimal alone, for the test that holds the two to the same answers.
+inline status read_decimal_general(const wchar* text, std::int32_t length, double* out) {
+    detail::Unsigned u;
+    if (!detail::take_blanks_and_sign(text, length, u)) return reader_refused;
+    return detail::read_unsigned_general(u, out);
 }
 
 }  // namespace vxlocfmt::classic
