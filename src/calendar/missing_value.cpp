@@ -29,10 +29,7 @@ int zfmmiss(FmtCall& call) {
 int zdatrng(FmtCall& call, int kind) {
     const double value = *static_cast<const double*>(call.input);
     if (is_nan(value)) {
-        const std::int32_t saved = call.decimals;
-        call.decimals = 0;
-        zfmmiss(call);
-        call.decimals = saved;
+        zfmmiss_without_decimals(call);
         return range_missing;
     }
     bool usable = true;

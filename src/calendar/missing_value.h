@@ -54,6 +54,16 @@ int zdatrng(FmtCall& call, int kind);
 // not written. Answers 0.
 int zfmmiss(FmtCall& call);
 
+// zfmmiss as the formats call it for a missing or out-of-range value: decimals taken as 0 for the
+// call and put back after, so the code's character lands in the field's last cell.
+inline int zfmmiss_without_decimals(FmtCall& call) {
+    const std::int32_t decimals = call.decimals;
+    call.decimals = 0;
+    const int code = zfmmiss(call);
+    call.decimals = decimals;
+    return code;
+}
+
 // ---- Implementation -----------------------------------------------------------------------
 
 constexpr double missing_value() { return std::bit_cast<double>(missing_bits); }

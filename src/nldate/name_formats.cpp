@@ -33,10 +33,7 @@ status name_format(FmtCall& call, registry::Limits limits, name_set set) {
     const double value = *static_cast<const double*>(call.input);
     // Out of range or missing: the missing-value field, all blank for a value that is not a NaN.
     if (calendar::is_nan(value) || !(value >= 1 && value <= set.count)) {
-        const std::int32_t decimals = call.decimals;
-        call.decimals = 0;
-        calendar::zfmmiss(call);
-        call.decimals = decimals;
+        calendar::zfmmiss_without_decimals(call);
         return st::ok;
     }
     const auto index = static_cast<std::size_t>(value - 1);  // a fraction is truncated

@@ -98,10 +98,7 @@ status dt_week_format(FmtCall& call) {
     if (!start.proceed) return start.code;
     const double value = *static_cast<const double*>(call.input);
     if (calendar::is_nan(value)) {
-        const std::int32_t decimals = call.decimals;
-        call.decimals = 0;
-        calendar::zfmmiss(call);
-        call.decimals = decimals;
+        calendar::zfmmiss_without_decimals(call);
         return st::ok;
     }
     const auto [date, time] = split(value);

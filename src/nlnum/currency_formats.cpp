@@ -130,10 +130,7 @@ std::int32_t session_bytes(const FmtCall& call, std::u32string_view text) {
 }
 
 void write_missing(FmtCall& call) {
-    const std::int32_t decimals = call.decimals;
-    call.decimals = 0;
-    calendar::zfmmiss(call);
-    call.decimals = decimals;
+    calendar::zfmmiss_without_decimals(call);
 }
 
 // The kernel's plain rendering straight into the field.

@@ -6,10 +6,7 @@
 namespace vxlocfmt::nlnum {
 
 NumberPrologue number_prologue_missing(FmtCall& call) {
-    const std::int32_t decimals = call.decimals;
-    call.decimals = 0;
-    const auto code = static_cast<status>(calendar::zfmmiss(call));
-    call.decimals = decimals;
+    const auto code = static_cast<status>(calendar::zfmmiss_without_decimals(call));
     return {nullptr, nullptr, code};
 }
 

@@ -189,10 +189,7 @@ std::int32_t render(std::uint32_t supported, FmtCall& call, const NumberConventi
     call.produced = w;
     const double value = *static_cast<const double*>(call.input);
     if (calendar::is_nan(value)) {
-        const std::int32_t decimals = call.decimals;
-        call.decimals = 0;
-        calendar::zfmmiss(call);
-        call.decimals = decimals;
+        calendar::zfmmiss_without_decimals(call);
         return zkfnum_done;
     }
     // The everyday call, wide and with room for the whole field: the first attempt asks the
