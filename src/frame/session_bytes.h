@@ -100,6 +100,46 @@ inline bool narrow_whole(const wchar* text, std::int32_t count, unsigned char* d
     return seen < bound;
 }
 
+// A field of `width` bytes (8 or more): the first `length` cells of `text` narrowed, blanks
+// after them. The steps (eight bytes, the last one overlapping the one before) depend on the width
+// alone, and each chooses between the text and a blank per lane, so that names of any length take
+// the same branches. `text` is read over [0, width) whatever its length (the cells past it are
+// the caller's scratch). True when the text is below the bound (the bytes are then the field's);
+// otherwise what was written is not.
+inline bool narrow_padded(const wchar* text, std::int32_t length, std::int32_t width, unsigned char* dest,
+                          wchar bound) {
+#if defined(__SSE2__)
+    const __m128i lanes = _mm_setr_epi16(0, 1, 2, 3, 4, 5, 6, 7);
+    const __m128i blanks = _mm_set1_epi16(' ');
+    __m128i seen = _mm_setzero_si128();
+    const auto eight = [&](std::int32_t i) {
+        const __m128i a = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text + i));
+        const __m128i b = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text + i + 4));
+        // Lanes before the text's end keep their cell, the others become blanks; a cell from
+        // 0x8000 on saturates to 0x7FFF, at or above any bound a byte allows.
+        const __m128i inside = _mm_cmpgt_epi16(_mm_set1_epi16(static_cast<short>(std::min(length - i, 8))), lanes);
+        const __m128i cells = _mm_packs_epi32(a, b);
+        seen = _mm_or_si128(seen, _mm_and_si128(cells, inside));
+        const __m128i chosen = _mm_or_si128(_mm_and_si128(inside, cells), _mm_andnot_si128(inside, blanks));
+        _mm_storel_epi64(reinterpret_cast<__m128i*>(dest + i), _mm_packus_epi16(chosen, chosen));
+    };
+    std::int32_t i = 0;
+    for (; i + 8 <= width; i += 8) eight(i);
+    if (i < width) eight(width - 8);
+    // Every kept lane below the bound: no lane has a bit at or above it (bound <= 0x100).
+    const __m128i high = _mm_and_si128(seen, _mm_set1_epi16(static_cast<short>(~(bound - 1))));
+    return _mm_movemask_epi8(_mm_cmpeq_epi16(high, _mm_setzero_si128())) == 0xFFFF;
+#else
+    wchar seen = 0;
+    for (std::int32_t i = 0; i < width; ++i) {
+        const wchar c = i < length ? text[i] : U' ';
+        seen |= c;
+        dest[i] = static_cast<unsigned char>(c);
+    }
+    return seen < bound;
+#endif
+}
+
 // As the transcoder's convert, for a text below the identity bound: `count` characters
 // narrowed into at most `room` bytes, cut after the last that fits (0x803fe807). False when the
 // text has a character at or above the bound; `done` then receives how many characters from the

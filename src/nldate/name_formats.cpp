@@ -108,8 +108,20 @@ bool name_bytes(FmtCall& call, FmtCall& out, registry::Limits limits, name_set s
     }
     const std::int32_t field = std::max(0, std::min(out.width, out.capacity));
     auto* dest = static_cast<unsigned char*>(out.output);
+    // The everyday case, a name below the bound and the field as wide as the width: the name and
+    // its blanks in steps fixed by the width (the name's cells past it are read as scratch).
+    if (field >= width && width >= 8 && width <= static_cast<std::int32_t>(property_value_cells) &&
+        session_bytes::narrow_padded(text, length, width, dest, session_bytes::identity_mask_bound(transcoder))) {
+        out.produced = width;
+        *result = st::ok;
+        return true;
+    }
     std::int32_t bytes = 0;
-    if (session_bytes::convert(transcoder, text, length, dest, std::min(field, width), &bytes) != st::ok) return false;
+    const std::int32_t room = std::min(field, width);
+    const status converted = session_bytes::utf8_here(transcoder, length, dest, room)
+                                 ? session_bytes::utf8<true>(text, length, dest, room, &bytes)
+                                 : session_bytes::convert(transcoder, text, length, dest, room, &bytes);
+    if (converted != st::ok) return false;
     const std::int32_t blanks = width - length;
     if (bytes + blanks <= field) {
         blank_bytes(dest + bytes, blanks);

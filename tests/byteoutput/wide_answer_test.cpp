@@ -1,6 +1,7 @@
 // The `_b` entries that answer without the wrapper's frame: the NL date, datetime and time
-// formats (a wide run, byte mode off), the number, percent and money formats (a run in byte mode)
-// and the week formats (their ASCII text written as bytes), each falling back to the wrapper.
+// formats (a wide run, byte mode off), the number, percent and money formats (a run in byte mode),
+// the week formats (their ASCII text written as bytes) and the name formats (the name and its
+// blanks narrowed in one go), each falling back to the wrapper.
 // Held to the wrapper itself on every such row, every width from the row's minimum to its
 // maximum, random values with missing and out-of-range ones, output records narrower than the
 // call or none, in four locales (ja_JP and fr_FR take the non-ASCII paths) and a UTF-8 and an
@@ -16,6 +17,7 @@
 #include <vector>
 
 #include "frame/byte_output.h"
+#include "frame/registry.h"
 #include "library.h"
 #include "session.h"
 #include "text_convert.h"
@@ -58,6 +60,7 @@ double random_value(std::mt19937_64& random, std::u32string_view name) {
         const double amount = static_cast<double>(random() % 100'000'000) * std::pow(10.0, digits - 8) + fraction;
         return r % 5 == 0 ? -amount : r % 17 == 0 ? amount * 1e25 : amount;
     }
+    if (name.starts_with(U"NLSTR")) return static_cast<double>(random() % 14) + (r % 4 == 0 ? fraction : 0);
     if (name.starts_with(U"NLDATM")) return static_cast<double>(random() % 6'000'000'000) - 1e9 + fraction;
     if (name.starts_with(U"NLTIM")) return static_cast<double>(random() % 200'000) - 10'000 + fraction;
     return static_cast<double>(random() % 80'000) - 20'000;
@@ -82,9 +85,10 @@ TEST(WideAnswer, SameAsTheWrapperOnEveryRowServed) {
             vxhost::Session session(library, options);
             for (const FuncInfo* row = library.registry(); row->function; ++row) {
                 const std::u32string name = name_of(*row);
-                const bool week = name == U"WEEKU" || name == U"WEEKV" || name == U"WEEKW";
-                const char align = is_number(name) ? 'r' : 'l';
-                if (row->kind != row_kind_format || !(answered_from_wide(name) || week)) continue;
+                const bool direct = name == U"WEEKU" || name == U"WEEKV" || name == U"WEEKW" ||
+                                    name == U"NLSTRMON" || name == U"NLSTRQTR" || name == U"NLSTRWK";
+                const char align = registry::row_specs[static_cast<std::size_t>(row - library.registry())].alignment;
+                if (row->kind != row_kind_format || !(answered_from_wide(name) || direct)) continue;
                 for (auto width = static_cast<std::int32_t>(row->min_width);
                      width <= static_cast<std::int32_t>(row->max_width); ++width) {
                     const double value = random_value(random, name);
