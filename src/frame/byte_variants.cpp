@@ -31,9 +31,9 @@ constexpr bool justified_by_bytes(std::string_view name) {
             vxlocfmt::status result = 0;                                                        \
             if (vxlocfmt::direct_bytes<fn>::answer(call, out ? out : call, &result)) return result; \
         } else if constexpr (picks_candidates(name) || justified_by_bytes(name)) {              \
+            constexpr bool byte_mode_off = picks_candidates(name);                              \
             vxlocfmt::status result = 0;                                                        \
-            if (vxlocfmt::wide_answer_in_bytes(call, out ? out : call, extra_word, fn, picks_candidates(name), \
-                                               &result))                                        \
+            if (vxlocfmt::wide_answer_in_bytes(call, out ? out : call, extra_word, fn, byte_mode_off, &result)) \
                 return result;                                                                  \
         }                                                                                       \
         return vxfmtnlbyte(call, out, extra_word, align, fn);                                  \
