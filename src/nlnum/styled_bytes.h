@@ -48,12 +48,15 @@ namespace detail {
 // Bytes of the texts around the number: a cell of UTF-8 takes up to 4.
 inline constexpr std::size_t affix_bytes = 4 * (affix_cells + 4);
 
-// `count` cells into their bytes at `to` (room for 4 a cell); their length, or -1 when a cell
-// has none in the form.
+// `count` cells into their UTF-8 bytes at `to` (room for 4 a cell): their length, or -1 when a
+// code point is no character UTF-8 holds. Out of line: the text below the bound is the usual one.
 [[gnu::noinline]] inline std::int32_t encode_utf8(const wchar* from, std::int32_t count, unsigned char* to) {
     std::int32_t produced = 0;
     return session_bytes::utf8<true>(from, count, to, 4 * count, &produced) == st::ok ? produced : -1;
 }
+
+// `count` cells into their bytes at `to` (room for 4 a cell); their length, or -1 when a cell
+// has none in the form.
 [[gnu::always_inline]] inline std::int32_t encode_cells(const wchar* from, std::int32_t count, unsigned char* to,
                                                         SessionForm form) {
     // A byte a cell when every cell is below the bound, ASCII in UTF-8: the usual signs and points.
