@@ -8,7 +8,7 @@
  *
  *   const SessionForm form{.utf8 = true, .bound = 0x80};
  *   if (first_attempt_bytes(locale, 1234.5, 12, 2, 256, conventions, form, bytes)) ...
- *   // bytes: "  1.234,50 \xe2\x82\xac" (de_DE money; the kernel answered "     1234.50")
+ *   // bytes: "1.234,50 \xe2\x82\xac", 12 bytes (de_DE money; the kernel answered "     1234.50")
  */
 #pragma once
 
@@ -35,7 +35,7 @@ struct SessionForm {
 // first_attempt (styled_field.h) into `width` (1 to 32) bytes at `bytes`, which has room for
 // them: the kernel asked alike, the same text. False when the kernel's status is not 0, its text
 // is not laid out as status 0 promises, the text's bytes are more than the width, or a cell has
-// no bytes in the form (nothing else is written past the width).
+// no bytes in the form (nothing is written past the width either way).
 [[gnu::always_inline]] inline bool first_attempt_bytes(void* locale, double value, std::int32_t width,
                                                        std::int32_t decimals, std::int32_t field_length,
                                                        const NumberConventions& conventions, SessionForm form,
