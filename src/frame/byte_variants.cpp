@@ -1,8 +1,9 @@
 // The `_b` variant of every format: the shared byte wrapper around the wide format, with the
 // row's alignment letter; a format that answers its common cases in bytes itself (direct_bytes)
-// is asked first.
+// is asked first, then, for the rows below, wide_answer_in_bytes.
 #include "frame/byte_output.h"
 #include "nldate/byte_answers.h"
+#include "nlnum/number_bytes.h"
 
 #include <string_view>
 
@@ -30,7 +31,8 @@ constexpr bool justified_by_bytes(std::string_view name) {
         if constexpr (vxlocfmt::direct_bytes<fn>::offered) {                                   \
             vxlocfmt::status result = 0;                                                        \
             if (vxlocfmt::direct_bytes<fn>::answer(call, out ? out : call, &result)) return result; \
-        } else if constexpr (picks_candidates(name) || justified_by_bytes(name)) {              \
+        }                                                                                       \
+        if constexpr (picks_candidates(name) || justified_by_bytes(name)) {                     \
             constexpr bool byte_mode_off = picks_candidates(name);                              \
             vxlocfmt::status result = 0;                                                        \
             if (vxlocfmt::wide_answer_in_bytes(call, out ? out : call, extra_word, fn, byte_mode_off, &result)) \

@@ -8,21 +8,15 @@
 #include "frame/prologue.h"
 #include "frame/registry.h"
 #include "locale/property_table.h"
+#include "nlnum/number_bytes.h"
 #include "nlnum/number_prologue.h"
 #include "nlnum/number_renderer.h"
 
 namespace vxlocfmt::nlnum {
 namespace {
 
-struct money_format {
-    registry::Limits limits;
-    std::size_t key;  // 170: the local symbol; 171: the international one
-};
-
-constexpr money_format nlmny_row{registry::limits_of(U"NLMNY"), locale::prop::local_currency_key};
-constexpr money_format nlmnyi_row{registry::limits_of(U"NLMNYI"), locale::prop::international_currency_key};
-
-status format_money(FmtCall& call, const money_format& f) {
+// The row of NLMNY keys the local symbol's record (170), NLMNYI's the international one's (171).
+status format_money(FmtCall& call, const RenderedRow& f) {
     const NumberPrologue prologue = number_prologue(call, f.limits);
     if (!prologue.table) return prologue.code;
     const Instance* instance = prologue.instance;

@@ -8,6 +8,7 @@
 #include "frame/prologue.h"
 #include "frame/registry.h"
 #include "locale/property_table.h"
+#include "nlnum/number_bytes.h"
 #include "nlnum/number_prologue.h"
 #include "nlnum/number_renderer.h"
 
@@ -15,9 +16,7 @@ namespace vxlocfmt::nlnum {
 namespace {
 
 struct number_format {
-    registry::Limits limits;
-    std::size_t key;         // the key property of the conventions record
-    bool percent;            // the value is shown times 100
+    RenderedRow rendered;    // limits, the key property of the conventions record, percent or not
     format_fn classic;       // the fallback, given the value as the caller passed it
     status classic_accepts;  // a status of the fallback besides 0 and "shortened" that is not a failure
 };
@@ -25,14 +24,10 @@ struct number_format {
 // PERCENT also accepts 0x803fe80e; COMMA has already turned its own 0x803fe85b into 0.
 constexpr status percent_tolerated = 0x803fe80eu;
 
-constexpr number_format nlnum_row{registry::limits_of(U"NLNUM"), locale::prop::locale_number_key, false,
-                                  vxfmtzfmcomma, st::ok};
-constexpr number_format nlnumi_row{registry::limits_of(U"NLNUMI"), locale::prop::fixed_number_key, false,
-                                   vxfmtzfmcomma, st::ok};
-constexpr number_format nlpct_row{registry::limits_of(U"NLPCT"), locale::prop::locale_percent_key, true,
-                                  vxfmtzfmpercent, percent_tolerated};
-constexpr number_format nlpcti_row{registry::limits_of(U"NLPCTI"), locale::prop::fixed_percent_key, true,
-                                   vxfmtzfmpercent, percent_tolerated};
+constexpr number_format nlnum_format{nlnum_row, vxfmtzfmcomma, st::ok};
+constexpr number_format nlnumi_format{nlnumi_row, vxfmtzfmcomma, st::ok};
+constexpr number_format nlpct_format{nlpct_row, vxfmtzfmpercent, percent_tolerated};
+constexpr number_format nlpcti_format{nlpcti_row, vxfmtzfmpercent, percent_tolerated};
 
 // The classic fallback over a blank field; "*" when it fails as well.
 void classic_fallback(FmtCall& call, const number_format& f) {
@@ -42,19 +37,19 @@ void classic_fallback(FmtCall& call, const number_format& f) {
 }
 
 status format_number(FmtCall& call, const number_format& f) {
-    const NumberPrologue prologue = number_prologue(call, f.limits);
+    const NumberPrologue prologue = number_prologue(call, f.rendered.limits);
     if (!prologue.table) return prologue.code;
     const Instance* instance = prologue.instance;
     const double value = *static_cast<const double*>(call.input);
     const PropertyCache& table = *call.property_cache;
-    const NumberConventions* conventions = conventions_of(table, f.key);
+    const NumberConventions* conventions = conventions_of(table, f.rendered.key);
     std::int32_t result = zkfnum_unsupported;
     if (conventions) {
         // Zero stays as it is (minus zero keeps its sign bit, and shows no sign).
-        const double scaled = f.percent && value != 0 ? value * 100 : value;
+        const double scaled = f.rendered.percent && value != 0 ? value * 100 : value;
         const void* const input = call.input;
         call.input = &scaled;
-        result = zkfnum(supported_flag(table, f.key), call, *conventions, *instance);
+        result = zkfnum(supported_flag(table, f.rendered.key), call, *conventions, *instance);
         call.input = input;
     }
     if (result != zkfnum_done) classic_fallback(call, f);
@@ -66,7 +61,7 @@ status format_number(FmtCall& call, const number_format& f) {
 
 using namespace vxlocfmt;
 
-VX_EXPORT status vxfmtnlnum(FmtCall* call, void*) { return nlnum::format_number(*call, nlnum::nlnum_row); }
-VX_EXPORT status vxfmtnlnumi(FmtCall* call, void*) { return nlnum::format_number(*call, nlnum::nlnumi_row); }
-VX_EXPORT status vxfmtnlpct(FmtCall* call, void*) { return nlnum::format_number(*call, nlnum::nlpct_row); }
-VX_EXPORT status vxfmtnlpcti(FmtCall* call, void*) { return nlnum::format_number(*call, nlnum::nlpcti_row); }
+VX_EXPORT status vxfmtnlnum(FmtCall* call, void*) { return nlnum::format_number(*call, nlnum::nlnum_format); }
+VX_EXPORT status vxfmtnlnumi(FmtCall* call, void*) { return nlnum::format_number(*call, nlnum::nlnumi_format); }
+VX_EXPORT status vxfmtnlpct(FmtCall* call, void*) { return nlnum::format_number(*call, nlnum::nlpct_format); }
+VX_EXPORT status vxfmtnlpcti(FmtCall* call, void*) { return nlnum::format_number(*call, nlnum::nlpcti_format); }

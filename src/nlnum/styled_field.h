@@ -116,12 +116,32 @@ inline wchar* put_letter(wchar* to, wchar letter, const NumberConventions& c, bo
     }
 }
 
-// The styled `plain` (the kernel's status-0 text, no blanks around it) right-aligned over the
-// first `width` cells of `field`; false, with nothing written, when its point does not stand
-// before the last `decimals` characters, it has no integer digit, or it is too wide.
-[[gnu::always_inline]] inline bool style_into_field(std::u32string_view plain, std::int32_t decimals, double value,
-                                                    const NumberConventions& c, wchar* field, std::int32_t width,
-                                                    std::int32_t* written) {
+// A first attempt's text before it is written: where the kernel's digits stand, what the
+// pattern puts before and after them, and how they are grouped. The cell writer below and the
+// byte writer (styled_bytes.h) write the same text from it.
+struct StyledLayout {
+    const wchar* text;         // the first integer digit
+    const wchar* integer_end;  // the kernel's point, or the end of its digits
+    std::int32_t integer;      // integer digits
+    std::int32_t group;        // the conventions' group size as it stands
+    std::int32_t separators;   // separators put between groups (0: not grouped)
+    std::int32_t first;        // digits of the first group
+    std::int32_t separator;    // cells of the thousands separator
+    bool no_point;             // the locale has no decimal point: "." stands before the decimals
+    std::int32_t point;        // cells of the point written
+    std::int32_t length;       // cells of the whole text
+    std::int32_t prefix_length, suffix_length;
+};
+// Where lay_out puts the texts before and after the number (apart from the layout, whose fields
+// then stay in registers).
+struct Affixes {
+    wchar prefix[affix_cells + 4], suffix[affix_cells];  // + 4: the prefix may be read as four cells
+};
+
+// The layout of `plain` (the kernel's status-0 text, no blanks around it); false when its point
+// does not stand before the last `decimals` characters or it has no integer digit.
+[[gnu::always_inline]] inline bool lay_out(std::u32string_view plain, std::int32_t decimals, double value,
+                                           const NumberConventions& c, Affixes& a, StyledLayout& l) {
     const wchar* text = plain.data();
     const wchar* const end = text + plain.size();
     text += text != end && *text == U'-' ? 1 : 0;  // the pattern places the sign
@@ -144,9 +164,8 @@ inline wchar* put_letter(wchar* to, wchar letter, const NumberConventions& c, bo
     const std::int32_t precedes = negative ? c.n_cs_precedes : c.p_cs_precedes;
     const std::int32_t spaced = negative ? c.n_sep_by_space : c.p_sep_by_space;
     const std::int32_t sign_position = negative ? c.n_sign_posn : c.p_sign_posn;
-    wchar prefix[affix_cells + 4], suffix[affix_cells];  // + 4: the prefix may be read as four cells
-    wchar* prefix_end = prefix;
-    wchar* suffix_end = suffix;
+    wchar* prefix_end = a.prefix;
+    wchar* suffix_end = a.suffix;
     if (sign_position == 1 && (spaced == 0 || spaced == 1) && (precedes == 0 || precedes == 1)) {
         // "-V$", "-$V", "-V $" and "-$ V", the patterns of most numbers, percentages and amounts,
         // without the walk. The sign's two cells are stored whole and the cursor moves by those
@@ -167,27 +186,58 @@ inline wchar* put_letter(wchar* to, wchar letter, const NumberConventions& c, bo
         for (; *letter != U'V'; ++letter) prefix_end = put_letter(prefix_end, *letter, c, negative);
         for (++letter; *letter; ++letter) suffix_end = put_letter(suffix_end, *letter, c, negative);
     }
-    while (suffix_end > suffix && suffix_end[-1] == U' ') --suffix_end;
+    while (suffix_end > a.suffix && suffix_end[-1] == U' ') --suffix_end;
     // The locale's test first: outside parenthesis locales the value's sign steers no branch here.
     if (c.n_sign_posn == 0 && value > 0) *suffix_end++ = U' ';
 
     // A group size of 0 means no grouping; a negative one (malformed data) the same. The first
-    // group holds what is left over from whole groups. Groups of 3 divide by a constant: a
-    // division by a variable costs more than the rest of the grouping.
+    // group holds what is left over from whole groups. Groups of 3 divide by a multiplication
+    // (exact below 2^16; integer is at most 32): a division by a variable costs more than the
+    // rest of the grouping, and written as a division by 3 the compiler may merge the two into
+    // that one.
     const std::int32_t group = c.grouping[0];
-    const std::int32_t separators = group == 3 ? (integer - 1) / 3 : group > 0 ? (integer - 1) / group : 0;
-    const bool grouped = separators > 0;
-    const std::int32_t first = integer - separators * group;
-    const auto separator = static_cast<std::int32_t>(cells_used(c.thousands_sep));
+    const std::int32_t separators =
+        group == 3 ? static_cast<std::int32_t>(static_cast<std::uint32_t>(integer - 1) * 0xAAABu >> 17)
+        : group > 0 ? (integer - 1) / group
+                    : 0;
+    l.text = text;
+    l.integer_end = integer_end;
+    l.integer = integer;
+    l.group = group;
+    l.separators = separators;
+    l.first = integer - separators * group;
+    l.separator = static_cast<std::int32_t>(cells_used(c.thousands_sep));
     // A locale without a decimal point asks for no decimals; the general attempt would put "."
     // before a fraction all the same.
-    const bool no_point = c.decimal_point[0] == 0 && c.decimal_point[1] == 0;
-    const std::int32_t point = no_point ? 1 : static_cast<std::int32_t>(cells_used(c.decimal_point));
-    const auto length = static_cast<std::int32_t>(prefix_end - prefix) + integer +
-                        separators * separator + (decimals > 0 ? point + decimals : 0) +
-                        static_cast<std::int32_t>(suffix_end - suffix);
+    l.no_point = c.decimal_point[0] == 0 && c.decimal_point[1] == 0;
+    l.point = l.no_point ? 1 : static_cast<std::int32_t>(cells_used(c.decimal_point));
+    l.prefix_length = static_cast<std::int32_t>(prefix_end - a.prefix);
+    l.suffix_length = static_cast<std::int32_t>(suffix_end - a.suffix);
+    l.length = l.prefix_length + integer + separators * l.separator + (decimals > 0 ? l.point + decimals : 0) +
+               l.suffix_length;
+    return true;
+}
+
+// The styled `plain` (the kernel's status-0 text, no blanks around it) right-aligned over the
+// first `width` cells of `field`; false, with nothing written, when its point does not stand
+// before the last `decimals` characters, it has no integer digit, or it is too wide.
+[[gnu::always_inline]] inline bool style_into_field(std::u32string_view plain, std::int32_t decimals, double value,
+                                                    const NumberConventions& c, wchar* field, std::int32_t width,
+                                                    std::int32_t* written) {
+    Affixes a;
+    StyledLayout l;
+    if (!lay_out(plain, decimals, value, c, a, l)) return false;
+    const std::int32_t length = l.length;
     if (length > width) return false;
     if (written) *written = length;
+    const wchar* const text = l.text;
+    const wchar* const integer_end = l.integer_end;
+    const std::int32_t integer = l.integer, group = l.group, first = l.first, separator = l.separator;
+    const bool grouped = l.separators > 0;
+    const bool no_point = l.no_point;
+    const wchar* const prefix = a.prefix;
+    const wchar* const suffix = a.suffix;
+    const wchar* const suffix_end = a.suffix + l.suffix_length;
 
     // Blanks over the whole field, then the text over them.
     fill_blanks(field, width);
@@ -196,7 +246,7 @@ inline wchar* put_letter(wchar* to, wchar letter, const NumberConventions& c, bo
     // that changes from value to value would steer a branch). The cells past them are written
     // again by what always follows: at least 4 cells of text from the prefix on, and a group of
     // 3 or 4 after the first.
-    const auto prefix_length = static_cast<std::int32_t>(prefix_end - prefix);
+    const std::int32_t prefix_length = l.prefix_length;
     if (prefix_length <= 4 && length >= 4) std::memcpy(to, prefix, 4 * sizeof(wchar));
     else put_run(to, prefix, prefix_length);
     to += prefix_length;
@@ -231,11 +281,11 @@ inline wchar* put_letter(wchar* to, wchar letter, const NumberConventions& c, bo
     return true;
 }
 
-}  // namespace detail
-
-inline bool first_attempt(void* locale, double value, std::int32_t w, std::int32_t decimals, std::int32_t field_length,
-                          const NumberConventions& c, wchar* field, std::int32_t* written) {
-    wchar cells[kernel_cells];
+// The kernel's text for a first attempt, without the blanks before it: false unless it
+// answered status 0.
+[[gnu::always_inline]] inline bool ask_plain(void* locale, double value, std::int32_t w, std::int32_t decimals,
+                                             std::int32_t field_length, wchar (&cells)[kernel_cells],
+                                             std::u32string_view& plain) {
     std::int32_t length = field_length;
     const status code = kernel::slot<kernel::number_format_fn>(locale, kernel::locale_number_format_slot)(
         locale, value, w, decimals, mode_fixed_point, cells, kernel_cells, &length);
@@ -248,7 +298,18 @@ inline bool first_attempt(void* locale, double value, std::int32_t w, std::int32
         if (from + step <= to && cells[from + step - 1] == U' ') from += step;
     };
     halve(16), halve(8), halve(4), halve(2), halve(1);
-    return detail::style_into_field({cells + from, static_cast<std::size_t>(to - from)}, decimals, value, c, field, w, written);
+    plain = {cells + from, static_cast<std::size_t>(to - from)};
+    return true;
+}
+
+}  // namespace detail
+
+inline bool first_attempt(void* locale, double value, std::int32_t w, std::int32_t decimals, std::int32_t field_length,
+                          const NumberConventions& c, wchar* field, std::int32_t* written) {
+    wchar cells[kernel_cells];
+    std::u32string_view plain;
+    return detail::ask_plain(locale, value, w, decimals, field_length, cells, plain) &&
+           detail::style_into_field(plain, decimals, value, c, field, w, written);
 }
 
 }  // namespace vxlocfmt::nlnum
