@@ -60,26 +60,6 @@ status name_format(FmtCall& call, registry::Limits limits, name_set set) {
     return st::ok;
 }
 
-// n blanks (0x20 bytes) from `at`, in stores of 8 (or 4, 2, 1) bytes, the last one ending at
-// at + n, so that none reaches before `at` or past its end: for the few bytes of a name's field
-// a string store's start-up (what memset and a byte loop compile to) costs more than the stores.
-void blank_bytes(unsigned char* at, std::int32_t n) {
-    constexpr std::uint64_t blanks = 0x2020202020202020;
-    const auto store = [&](std::int32_t i, std::size_t size) { std::memcpy(at + i, &blanks, size); };
-    if (n >= 8) {
-        for (std::int32_t i = 0; i + 8 < n; i += 8) store(i, 8);
-        store(n - 8, 8);
-    } else if (n >= 4) {
-        store(0, 4);
-        store(n - 4, 4);
-    } else if (n >= 2) {
-        store(0, 2);
-        store(n - 2, 2);
-    } else if (n == 1) {
-        store(0, 1);
-    }
-}
-
 // The wrapper's answer where it is certain: the name, upper-cased when asked, fits the width in
 // session bytes (the format's own test) and the caller's field, and is followed by one 0x20 byte
 // for each blank after it (a stateless encoding with blanks below its identity bound converts
@@ -124,7 +104,7 @@ bool name_bytes(FmtCall& call, FmtCall& out, registry::Limits limits, name_set s
     if (converted != st::ok) return false;
     const std::int32_t blanks = width - length;
     if (bytes + blanks <= field) {
-        blank_bytes(dest + bytes, blanks);
+        session_bytes::blank_bytes(dest + bytes, blanks);
         out.produced = bytes + blanks;
         *result = st::ok;
         return true;
@@ -132,7 +112,7 @@ bool name_bytes(FmtCall& call, FmtCall& out, registry::Limits limits, name_set s
     // Cut in the blanks; a leading blank (an empty or blank-led name) would have the wrapper
     // convert again and right-justify.
     if (length == 0 || text[0] == U' ') return false;
-    blank_bytes(dest + bytes, field - bytes);
+    session_bytes::blank_bytes(dest + bytes, field - bytes);
     out.produced = field;
     *result = st::does_not_fit;
     return true;

@@ -95,18 +95,6 @@ inline constexpr std::size_t affix_bytes = 4 * (affix_cells + 4);
     }
 }
 
-// 0x20 over n bytes (0 to 32) in stores of 8, 4, 2 or 1 from both ends, which overlap: a
-// string store's start-up would cost more than the stores.
-[[gnu::always_inline]] inline void blank_bytes(unsigned char* to, std::int32_t n) {
-    constexpr std::uint64_t blanks = 0x2020202020202020;
-    const auto store = [&](std::int32_t at, std::size_t size) { std::memcpy(to + at, &blanks, size); };
-    if (n >= 16) store(0, 8), store(8, 8), store(n - 16, 8), store(n - 8, 8);
-    else if (n >= 8) store(0, 8), store(n - 8, 8);
-    else if (n >= 4) store(0, 4), store(n - 4, 4);
-    else if (n >= 2) store(0, 2), store(n - 2, 2);
-    else if (n == 1) store(0, 1);
-}
-
 // The styled `plain` right-aligned over the first `width` bytes of `field`, as style_into_field
 // writes it in cells; false when it declines, or when the text's bytes are more than the width
 // or a cell has none.
@@ -131,7 +119,7 @@ inline constexpr std::size_t affix_bytes = 4 * (affix_cells + 4);
                                 (decimals > 0 ? point_bytes + decimals : 0) + suffix_bytes;
     if (length > width) return false;
 
-    blank_bytes(field, width - length);
+    session_bytes::blank_bytes(field, width - length);
     unsigned char* to = field + (width - length);
     put_bytes(to, prefix, prefix_bytes);
     to += prefix_bytes;
